@@ -1,0 +1,86 @@
+# How every target of the project is made: one language level, one set of warnings, hidden symbols,
+# the toolkit's generators, and one way to declare a library, a test and a benchmark.
+
+include(GenerateExportHeader)
+
+find_program(NORVANE_CCACHE ccache)
+if(PROJECT_IS_TOP_LEVEL)
+    if(NORVANE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+        set(CMAKE_CXX_COMPILER_LAUNCHER ${NORVANE_CCACHE})
+    endif()
+    set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+    set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+    set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+endif()
+
+# norvane_target(<target>)
+# The settings that hold for all targets.
+function(norvane_target target)
+    set_target_properties(${target} PROPERTIES
+        AUTOMOC ON
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        CXX_EXTENSIONS OFF)
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
+        QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DEPRECATED_WARNINGS)
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wsuggest-override)
+    if(NORVANE_WARNINGS_AS_ERRORS)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    if(NORVANE_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=${NORVANE_SANITIZE} -fno-omit-frame-pointer)
+        target_link_options(${target} PRIVATE -fsanitize=${NORVANE_SANITIZE})
+        if(NORVANE_SANITIZE MATCHES "undefined")
+            target_compile_options(${target} PRIVATE -fno-sanitize-recover=all)
+        endif()
+    endif()
+endfunction()
+
+# norvane_add_library(<name> SOURCES <file>... [LINK <target>...])
+# A shared library with include/ beside it as its public folder and <NAME>_EXPORT as its export macro,
+# which stands in <name>_export.h.
+function(norvane_add_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "INCLUDE" "SOURCES;LINK")
+    if(NOT arg_INCLUDE)
+        set(arg_INCLUDE ${CMAKE_CURRENT_SOURCE_DIR}/include)
+    endif()
+    file(GLOB headers CONFIGURE_DEPENDS ${arg_INCLUDE}/*.h)
+    add_library(${name} SHARED ${arg_SOURCES} ${headers})
+    norvane_target(${name})
+    generate_export_header(${name})
+    target_include_directories(${name} PUBLIC
+        $<BUILD_INTERFACE:${arg_INCLUDE}> $<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}>)
+    target_link_libraries(${name} PUBLIC ${arg_LINK})
+endfunction()
+
+# norvane_add_sibling(<name> SOURCES <file>... [LINK <target>...])
+# One of the libraries below generaltoolsgui, known to hosts as Norvane::<name>.
+function(norvane_add_sibling name)
+    norvane_add_library(${name} ${ARGN})
+    add_library(Norvane::${name} ALIAS ${name})
+endfunction()
+
+# norvane_add_test(<name> SOURCES <file>... [LINK <target>...] [NO_CTEST])
+# A test executable on the offscreen platform, linked with the shared test support.
+function(norvane_add_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "NO_CTEST" "" "SOURCES;LINK")
+    add_executable(${name} ${arg_SOURCES})
+    norvane_target(${name})
+    target_compile_options(${name} PRIVATE -UQT_NO_CAST_FROM_ASCII)
+    target_link_libraries(${name} PRIVATE ${arg_LINK} testsupport Qt5::Test)
+    if(NOT arg_NO_CTEST)
+        add_test(NAME ${name} COMMAND ${name})
+        norvane_test_environment(${name})
+    endif()
+endfunction()
+
+# norvane_test_environment(<test>)
+# What every test runs under: no display, no settings of the person who runs it, the known leaks of others left out.
+function(norvane_test_environment test)
+    set_tests_properties(${test} PROPERTIES
+        TIMEOUT 600
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;XDG_CONFIG_HOME=${CMAKE_BINARY_DIR}/test-home;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1")
+endfunction()
