@@ -7,6 +7,8 @@
 #include <QWindow>
 #include <QtTest>
 
+#include <algorithm>
+
 namespace
 {
 QList<ModalDriver*>& drivers()
@@ -41,6 +43,20 @@ QString describe(const QWidget* window)
 {
     return QStringLiteral("%1 \"%2\"")
         .arg(QString::fromLatin1(window->metaObject()->className()), window->windowTitle());
+}
+
+// The modal window in front, or else any dialog.
+QWidget* windowToClose()
+{
+    if (QApplication::activeModalWidget())
+    {
+        return QApplication::activeModalWidget();
+    }
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto dialog = std::find_if(windows.cbegin(), windows.cend(),
+                                     [](const QWidget* window)
+                                     { return window->isVisible() && window->windowType() == Qt::Dialog; });
+    return dialog != windows.cend() ? *dialog : nullptr;
 }
 
 void fail(const QString& text)
@@ -242,23 +258,28 @@ void ModalDriver::windowGone(QObject* window)
 
 void ModalDriver::OnWatchdog()
 {
-    const QWidget* modal = QApplication::activeModalWidget();
-    m_failures.append(modal ? QStringLiteral("%1 was not closed in time").arg(describe(modal))
-                            : QStringLiteral("no modal window came in time"));
+    const QWidget* window = windowToClose();
+    m_failures.append(window ? QStringLiteral("%1 was not closed in time").arg(describe(window))
+                             : QStringLiteral("no modal window came in time"));
     m_functions.clear();
     closeModals();
 }
 
-// Twenty is more than any test nests.
+// A dialog may sit in its event loop without having become modal (an empty one is never mapped); it is closed
+// as well. Twenty is more than any test nests.
 void ModalDriver::closeModals()
 {
-    for (int i = 0; i < 20 && QApplication::activeModalWidget(); ++i)
+    for (int i = 0; i < 20; ++i)
     {
-        const QPointer<QWidget> modal = QApplication::activeModalWidget();
-        modal->close();
-        if (modal && modal->isVisible())
+        const QPointer<QWidget> window = windowToClose();
+        if (!window)
         {
-            modal->hide();
+            return;
+        }
+        window->close();
+        if (window && window->isVisible())
+        {
+            window->hide();
         }
     }
 }

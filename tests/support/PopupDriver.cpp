@@ -12,15 +12,23 @@ namespace
 void clickAt(QWidget* window, const QPoint& position)
 {
     QCursor::setPos(window->mapToGlobal(position));
-    if (!QApplication::activePopupWidget() && !QApplication::activeModalWidget() && !window->isActiveWindow())
+    if (!QApplication::activePopupWidget() && !QApplication::activeModalWidget() &&
+        QApplication::activeWindow() != window)
     {
         window->activateWindow();
-        if (!QTest::qWaitForWindowActive(window))
+        if (!QTest::qWaitFor([window] { return QApplication::activeWindow() == window; }))
         {
             QTest::qFail("popup driver: the clicked window does not become active", __FILE__, __LINE__);
         }
     }
     QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier, position);
+}
+
+// A tool window counts as active by itself only: QWidget::isActiveWindow() is also true while its parent is
+// active.
+bool active(const QWidget* popup)
+{
+    return QApplication::activeWindow() == popup || QApplication::activePopupWidget() == popup;
 }
 
 // A place of the window that the popup does not cover, on no control if there is such a place.
@@ -90,7 +98,7 @@ bool PopupDriver::Open()
 {
     m_searching = true;
     ClickLikeAPerson(m_pButton);
-    const bool open = QTest::qWaitFor([this] { return IsOpen() && m_pPopup->isActiveWindow(); }, m_patience);
+    const bool open = QTest::qWaitFor([this] { return IsOpen() && active(m_pPopup); }, m_patience);
     m_searching = false;
     return open;
 }

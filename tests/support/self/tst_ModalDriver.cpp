@@ -28,6 +28,7 @@ private Q_SLOTS:
     void watchdogClosesWhatStaysOpen();
     void watchdogTellsThatNothingCame();
     void watchdogClosesNestedWindows();
+    void watchdogClosesADialogThatNeverBecameModal();
     void functionsNeverCalledAreNotFinished();
     void windowDestroyedByItsFunctionCountsAsGone();
 };
@@ -221,6 +222,18 @@ void tst_ModalDriver::watchdogClosesNestedWindows()
     outer.exec();
     QVERIFY(unwound);
     QVERIFY(!outer.isVisible());
+    QCOMPARE(driver.TakeFailures().size(), 1);
+}
+
+void tst_ModalDriver::watchdogClosesADialogThatNeverBecameModal()
+{
+    QDialog dialog;
+    QEventLoop loop;
+    connect(&dialog, &QDialog::rejected, &loop, &QEventLoop::quit);
+    ModalDriver driver([](QWidget*) {}, 20);
+    dialog.show();
+    loop.exec();
+    QVERIFY(!dialog.isVisible());
     QCOMPARE(driver.TakeFailures().size(), 1);
 }
 

@@ -1,0 +1,223 @@
+// The combo box of bars and dialogs.
+
+#include "KXCommonComboBox.h"
+
+#include <QAbstractItemView>
+#include <QLineEdit>
+#include <QPointer>
+#include <QWheelEvent>
+
+#include "ProbeImage.h"
+#include "TestMain.h"
+
+namespace
+{
+
+// A turn of the wheel over the widget. Returns whether the widget took it, or else its parent would get it.
+bool Turn(QWidget* widget)
+{
+    const QPoint place = widget->rect().center();
+    QWheelEvent event(place, widget->mapToGlobal(place), QPoint(), QPoint(0, -120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(widget, &event);
+    return event.isAccepted();
+}
+
+// A box with three entries in a window that has the focus at first.
+struct Host
+{
+    explicit Host(Qt::FocusPolicy policy = Qt::StrongFocus)
+    {
+        box = new KXCommonComboBox(&window);
+        box->addItems({"Normal", "Multiply", "Screen"});
+        box->setGeometry(10, 10, 120, 24);
+        box->setFocusPolicy(policy);
+        window.setFocusPolicy(Qt::StrongFocus);
+        window.resize(300, 200);
+    }
+
+    bool Show()
+    {
+        window.show();
+        window.setFocus();
+        return QTest::qWaitForWindowActive(&window);
+    }
+
+    QWidget window;
+    KXCommonComboBox* box;
+};
+
+} // namespace
+
+class tst_KXCommonComboBox : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void wheelOverTheBoxChangesNothing();
+    void wheelOverABoxWithoutFocusPolicyChangesNothing();
+    void wheelOverTheFocusedBoxSteps();
+    void wheelOverAFocusedEditableBoxSteps();
+    void boxIsAnOrdinaryComboBoxOtherwise();
+    void indexOutOfRangeClearsTheBox();
+    void tooLongEntryEndsInDots_data();
+    void tooLongEntryEndsInDots();
+    void entryThatFitsIsDrawnInFull();
+    void editableBoxIsDrawnAsUsual();
+    void boxMayDieWithItsListOpen();
+};
+
+void tst_KXCommonComboBox::wheelOverTheBoxChangesNothing()
+{
+    Host host;
+    QVERIFY(host.Show());
+
+    QVERIFY(!Turn(host.box));
+
+    QCOMPARE(host.box->currentIndex(), 0);
+}
+
+void tst_KXCommonComboBox::wheelOverABoxWithoutFocusPolicyChangesNothing()
+{
+    Host host(Qt::NoFocus);
+    QVERIFY(host.Show());
+    QTest::mouseClick(host.box, Qt::LeftButton);
+    QTRY_VERIFY(host.box->view()->isVisible());
+    QTest::keyClick(host.box->view(), Qt::Key_Escape);
+    QTRY_VERIFY(!host.box->view()->isVisible());
+
+    QVERIFY(!Turn(host.box));
+
+    QCOMPARE(host.box->currentIndex(), 0);
+}
+
+void tst_KXCommonComboBox::wheelOverTheFocusedBoxSteps()
+{
+    Host host;
+    QVERIFY(host.Show());
+    QSignalSpy spy(host.box, qOverload<int>(&QComboBox::currentIndexChanged));
+    host.box->setFocus();
+
+    QVERIFY(Turn(host.box));
+
+    QCOMPARE(host.box->currentIndex(), 1);
+    QCOMPARE(spy.count(), 1);
+}
+
+void tst_KXCommonComboBox::wheelOverAFocusedEditableBoxSteps()
+{
+    Host host;
+    host.box->setEditable(true);
+    QVERIFY(host.Show());
+    QVERIFY(!Turn(host.box));
+    QCOMPARE(host.box->currentIndex(), 0);
+    QTest::mouseClick(host.box->lineEdit(), Qt::LeftButton);
+
+    QVERIFY(Turn(host.box));
+
+    QCOMPARE(host.box->currentIndex(), 1);
+}
+
+void tst_KXCommonComboBox::boxIsAnOrdinaryComboBoxOtherwise()
+{
+    Host host;
+    QVERIFY(host.Show());
+    QSignalSpy spy(host.box, qOverload<int>(&QComboBox::currentIndexChanged));
+
+    host.box->setCurrentIndex(2);
+    host.box->setCurrentIndex(2);
+    QCOMPARE(spy.count(), 1);
+    host.box->setFocus();
+    QTest::keyClick(host.box, Qt::Key_Up);
+    QTest::keyClick(host.box, Qt::Key_N);
+
+    QCOMPARE(spy, QList<QList<QVariant>>({{2}, {1}, {0}}));
+}
+
+void tst_KXCommonComboBox::indexOutOfRangeClearsTheBox()
+{
+    Host host;
+    QVERIFY(host.Show());
+
+    host.box->setCurrentIndex(99);
+
+    QCOMPARE(host.box->currentIndex(), -1);
+    const ProbeImage probe(host.box);
+    QVERIFY(probe.Size() == host.box->size());
+}
+
+void tst_KXCommonComboBox::tooLongEntryEndsInDots_data()
+{
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::newRow("left to right") << Qt::LeftToRight;
+    QTest::newRow("right to left") << Qt::RightToLeft;
+}
+
+void tst_KXCommonComboBox::tooLongEntryEndsInDots()
+{
+    QFETCH(Qt::LayoutDirection, direction);
+    Host host;
+    host.box->setLayoutDirection(direction);
+    host.box->addItem("Pattern and gradient together with a long name");
+    host.box->setCurrentIndex(3);
+    KXCommonComboBox other;
+    other.setLayoutDirection(direction);
+    other.addItem("Pattern and gradient together with another name");
+    other.resize(host.box->size());
+
+    const ProbeImage one(host.box);
+
+    // What differs lies behind the dots.
+    QVERIFY(!one.Differs(ProbeImage(&other)));
+    QComboBox plain;
+    plain.setLayoutDirection(direction);
+    plain.addItem(host.box->currentText());
+    plain.resize(host.box->size());
+    QVERIFY(one.Differs(ProbeImage(&plain)));
+}
+
+void tst_KXCommonComboBox::entryThatFitsIsDrawnInFull()
+{
+    KXCommonComboBox box;
+    QComboBox plain;
+    box.addItem("Lighten colors");
+    plain.addItem("Lighten colors");
+    box.resize(box.sizeHint());
+    plain.resize(box.size());
+
+    const ProbeImage probe(&box);
+
+    QVERIFY2(!probe.Differs(ProbeImage(&plain)), qPrintable(probe.FailureText()));
+}
+
+void tst_KXCommonComboBox::editableBoxIsDrawnAsUsual()
+{
+    KXCommonComboBox box;
+    QComboBox plain;
+    for (QComboBox* each : {static_cast<QComboBox*>(&box), &plain})
+    {
+        each->setEditable(true);
+        each->addItem("72");
+        each->resize(80, 24);
+    }
+
+    const ProbeImage probe(&box);
+
+    QVERIFY2(!probe.Differs(ProbeImage(&plain)), qPrintable(probe.FailureText()));
+}
+
+void tst_KXCommonComboBox::boxMayDieWithItsListOpen()
+{
+    Host host;
+    QVERIFY(host.Show());
+    QPointer<KXCommonComboBox> box = host.box;
+    box->showPopup();
+    QTRY_VERIFY(box->view()->isVisible());
+
+    delete box;
+
+    QVERIFY(!QApplication::activePopupWidget());
+}
+
+NV_TEST_MAIN(tst_KXCommonComboBox)
+#include "tst_KXCommonComboBox.moc"
