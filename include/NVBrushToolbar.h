@@ -51,8 +51,8 @@ private:
     void ConnectPatterns();
     void ConnectValues();
     void ConnectSettings();
-    void OnSettingsEvent(const QEvent* event);
-    void OnPatternsEvent(const QEvent* event);
+    void FollowSettings(const QEvent* event);
+    void FollowPatterns(const QEvent* event);
 
     Ui_BrushToolBar* m_pUi = nullptr;
     // A modal window that the settings popup opened is in front of it.

@@ -20,13 +20,13 @@ void CloseBarPopup(QWidget* popup, QObject* bar)
     popup->hide();
 }
 
-void OnBarPopupHidden(QAbstractButton* button)
+void RaiseBarPopupButton(QAbstractButton* button)
 {
     if (button->isChecked())
         button->setChecked(false);
 }
 
-void OnBarPopupDeactivated(QWidget* popup, const QAbstractButton* button)
+void LeaveBarPopup(QWidget* popup, const QAbstractButton* button)
 {
     const bool pointerOnButton = button->rect().contains(button->mapFromGlobal(QCursor::pos()));
     if (!pointerOnButton || !button->isChecked())

@@ -16,8 +16,8 @@ void OpenBarPopup(QWidget* popup, const QAbstractButton* button, QObject* bar);
 void CloseBarPopup(QWidget* popup, QObject* bar);
 
 // The popup was hidden by whatever means: lets the button go up.
-void OnBarPopupHidden(QAbstractButton* button);
+void RaiseBarPopupButton(QAbstractButton* button);
 
 // The popup lost the activation: hides it, unless the pointer is on the checked button. Then a click is under
 // way that closes the popup by itself, and would open it again if it were hidden here.
-void OnBarPopupDeactivated(QWidget* popup, const QAbstractButton* button);
+void LeaveBarPopup(QWidget* popup, const QAbstractButton* button);

@@ -7,6 +7,7 @@
 #include "IBrush.h"
 #include "ItemStep_p.h"
 #include "KXBrushSettings.h"
+#include "KXResource.h"
 #include "NVApplication.h"
 #include "NVIconHelper.h"
 #include "NVStringHelper.h"
@@ -65,13 +66,13 @@ bool NVBrushToolbar::eventFilter(QObject* object, QEvent* event)
     const auto* settings = qobject_cast<KXBrushSettings*>(object);
     if (settings && settings == GetBrushes())
     {
-        OnSettingsEvent(event);
+        FollowSettings(event);
         return false;
     }
     const auto* patterns = qobject_cast<PatternSelectWidget*>(object);
     if (patterns && patterns == GetPatterns())
     {
-        OnPatternsEvent(event);
+        FollowPatterns(event);
         return false;
     }
     return QObject::eventFilter(object, event);
@@ -140,7 +141,7 @@ void NVBrushToolbar::OnCurrentBrushChanged(IBrush* brush)
 {
     if (!brush)
         return;
-    const bool dark = NVApplication::GetInstance()->GetTheme() == 1;
+    const bool dark = NVApplication::GetInstance()->GetTheme() == KXResource::DarkTheme;
     m_pUi->m_pSelectBrushBtn->setIcon(brush->GetColoredIcon(dark ? Qt::white : Qt::black));
 }
 
@@ -172,6 +173,7 @@ void NVBrushToolbar::ConnectValues()
 
 void NVBrushToolbar::ConnectSettings()
 {
+    // Each tie a second time, on purpose: the base has made it already.
     LinkOpacity(this);
     LinkSize(this);
     LinkSpacing(this);
@@ -181,21 +183,22 @@ void NVBrushToolbar::ConnectSettings()
             &NVBrushToolbar::OnCurrentBrushChanged);
 }
 
-void NVBrushToolbar::OnSettingsEvent(const QEvent* event)
+void NVBrushToolbar::FollowSettings(const QEvent* event)
 {
     switch (event->type())
     {
     case QEvent::Hide:
-        OnBarPopupHidden(m_pUi->m_pSelectBrushBtn);
+        RaiseBarPopupButton(m_pUi->m_pSelectBrushBtn);
         break;
     case QEvent::WindowDeactivate:
         if (!m_bPopupBlocked)
-            OnBarPopupDeactivated(GetBrushes(), m_pUi->m_pSelectBrushBtn);
+            LeaveBarPopup(GetBrushes(), m_pUi->m_pSelectBrushBtn);
         break;
     case QEvent::WindowBlocked:
         m_bPopupBlocked = true;
         break;
     case QEvent::WindowUnblocked:
+        // This bar does not raise the popup, on purpose.
         m_bPopupBlocked = false;
         break;
     default:
@@ -203,10 +206,11 @@ void NVBrushToolbar::OnSettingsEvent(const QEvent* event)
     }
 }
 
-void NVBrushToolbar::OnPatternsEvent(const QEvent* event)
+// Blocked or not makes no difference here, on purpose: a modal window closes this popup.
+void NVBrushToolbar::FollowPatterns(const QEvent* event)
 {
     if (event->type() == QEvent::Hide)
-        OnBarPopupHidden(m_pUi->m_pSelectPatternBtn);
+        RaiseBarPopupButton(m_pUi->m_pSelectPatternBtn);
     else if (event->type() == QEvent::WindowDeactivate)
-        OnBarPopupDeactivated(GetPatterns(), m_pUi->m_pSelectPatternBtn);
+        LeaveBarPopup(GetPatterns(), m_pUi->m_pSelectPatternBtn);
 }

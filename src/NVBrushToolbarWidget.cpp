@@ -147,6 +147,7 @@ void NVBrushToolbarWidget::SetBlendModeValue(int) { }
 
 void NVBrushToolbarWidget::OnShortcutActivated(const QKeySequence& key, int)
 {
+    // Plus before Minus, on purpose; it shows when both shortcuts have been given one key.
     if (IsModeKey(NextModeKey, key))
     {
         SetNextBlendMode();

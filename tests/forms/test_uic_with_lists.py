@@ -1,11 +1,13 @@
 """What the form compiler's wrapper writes for lists of texts, and that it leaves everything else alone."""
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
 import unittest
 
 WRAPPER = sys.argv.pop(1)
+FORMS = pathlib.Path(__file__).resolve().parents[2] / "forms"
 
 
 def form(items):
@@ -58,6 +60,23 @@ class Wrapper(unittest.TestCase):
         code = compile_form(form(combo("list", text("One"), text("Two"), extra=index)))
         setup = self.body(code, "setupUi")
         self.assertLess(setup.index("retranslateUi("), setup.index("list->setCurrentIndex(1)"))
+
+    def test_every_form_of_the_library_rebuilds_its_lists(self):
+        forms = sorted(FORMS.glob("*.ui"))
+        self.assertTrue(forms)
+        for path in forms:
+            content = path.read_text(encoding="utf-8")
+            lists = len(re.findall(r'<widget class="(?:KXCommonComboBox|QComboBox)".*?<item>', content, re.S))
+            code = compile_form(content)
+            with self.subTest(form=path.name):
+                self.assertNotIn("setItemText", code)
+                self.assertEqual(code.count("->clear();"), lists)
+                self.assertEqual(code.count("->insertItems(0, QStringList()"), lists)
+
+    def test_text_of_several_lines_does_not_keep_its_list_back(self):
+        code = compile_form(form(combo("list", text("One\nTwo"), text("Three"))))
+        self.assertEqual(code.count("insertItems"), 1)
+        self.assertNotIn("setItemText", code)
 
     def test_texts_with_quotes_commas_and_brackets_survive(self):
         code = compile_form(form(combo("list", text("a, (b) &quot;c&quot; %1"), text("Ünï"))))

@@ -70,7 +70,12 @@ NVSpinBox::NVSpinBox(QWidget* parent) : QSpinBox(parent)
     connect(lineEdit(), &QLineEdit::textEdited, this, &NVSpinBox::OnTextEdited);
 }
 
-NVSpinBox::~NVSpinBox() = default;
+NVSpinBox::~NVSpinBox()
+{
+    // The base takes the focus away when most of the box is gone already.
+    disconnect(qApp, nullptr, this, nullptr);
+    disconnect(this, nullptr, this, nullptr);
+}
 
 QString NVSpinBox::text() const
 {

@@ -81,6 +81,17 @@ int ShortcutCount(const QObject* bar)
     return bar->findChildren<KXShortcut*>(QString(), Qt::FindDirectChildrenOnly).size();
 }
 
+KXShortcut* ModeShortcut(const QObject* bar, int key)
+{
+    const auto shortcuts = bar->findChildren<KXShortcut*>();
+    for (KXShortcut* shortcut : shortcuts)
+    {
+        if (shortcut->Key() == QKeySequence(key))
+            return shortcut;
+    }
+    return nullptr;
+}
+
 } // namespace
 
 class tst_NVBrushToolbarWidget : public QObject
@@ -111,15 +122,21 @@ private Q_SLOTS:
     void idOfTheActivationIsNotRead();
     void unknownSequenceIsIgnored();
     void unknownSenderSetsNoOpacity();
+    void plusComesBeforeMinus();
+    void keyThatAShortcutHoldsNowCounts();
+    void modeKeyWithKeysOffIsIgnored();
 
     void releaseTurnsKeysOff();
     void releaseWithKeysOffIsSafeToRepeat();
     void keysGoOnAndOffAnyNumberOfTimes();
     void createTwiceMakesEachModeKeyActTwice();
+    void createTwiceMakesBothSignalsOfTheHookActTwice();
+    void createAfterReleaseMakesBothSignalsOfTheHookActOnce();
     void createTwiceLeavesTheFirstModeShortcutsAlive();
     void keysMayBeReleasedByTheKeyItself();
     void keysMayBeReleasedByADigit();
     void dyingBarReleasesItsKeys();
+    void dyingBarDeletesSettingsThenPatternsThenKeys();
     void twoBarsWithLiveKeysBothAct();
 };
 
@@ -396,12 +413,47 @@ void tst_NVBrushToolbarWidget::unknownSenderSetsNoOpacity()
 {
     RecordingBar bar(nullptr);
     bar.CreateShortcuts();
-    KXShortcut foreign(&bar, QKeySequence(Qt::Key_F12));
+    KXShortcut foreign(&bar, QKeySequence(Qt::Key_5)); // the key of a digit does not make it one
     connect(&foreign, SIGNAL(Activated()), &bar,
             SLOT(OnOpacityShortcut())); // a private slot has no other address
 
     Q_EMIT foreign.Activated();
     QVERIFY(QMetaObject::invokeMethod(&bar, "OnOpacityShortcut")); // no sender at all
+
+    QCOMPARE(bar.calls, QStringList());
+}
+
+void tst_NVBrushToolbarWidget::plusComesBeforeMinus()
+{
+    RecordingBar bar(nullptr);
+    bar.CreateShortcuts();
+    const QKeySequence shared(Qt::Key_F11);
+    ModeShortcut(&bar, 0x0200002D)->SetKey(shared);
+    ModeShortcut(&bar, 0x0200002B)->SetKey(shared);
+
+    Q_EMIT KexaAppKeyHook::instance()->ShortcutActivated(shared, 1);
+
+    QCOMPARE(bar.calls, QStringList("next"));
+}
+
+void tst_NVBrushToolbarWidget::keyThatAShortcutHoldsNowCounts()
+{
+    RecordingBar bar(nullptr);
+    bar.CreateShortcuts();
+    ModeShortcut(&bar, 0x0A00004D)->SetKey(QKeySequence(Qt::Key_F11));
+
+    Q_EMIT KexaAppKeyHook::instance()->ShortcutActivated(QKeySequence(0x0A00004D), 1);
+    Q_EMIT KexaAppKeyHook::instance()->ShortcutActivated(QKeySequence(Qt::Key_F11), 1);
+
+    QCOMPARE(bar.calls, QStringList("mode 1"));
+}
+
+void tst_NVBrushToolbarWidget::modeKeyWithKeysOffIsIgnored()
+{
+    RecordingBar bar(nullptr);
+
+    QVERIFY(QMetaObject::invokeMethod(&bar, "OnShortcutActivated",
+                                      Q_ARG(QKeySequence, QKeySequence(0x0A00004D)), Q_ARG(int, 1)));
 
     QCOMPARE(bar.calls, QStringList());
 }
@@ -468,6 +520,31 @@ void tst_NVBrushToolbarWidget::createTwiceMakesEachModeKeyActTwice()
     QCOMPARE(host.bar->calls, QStringList({"mode 1", "mode 1", "next", "next", "opacity 40"}));
 }
 
+void tst_NVBrushToolbarWidget::createTwiceMakesBothSignalsOfTheHookActTwice()
+{
+    RecordingBar bar(nullptr);
+    bar.CreateShortcuts();
+    bar.CreateShortcuts();
+
+    Q_EMIT KexaAppKeyHook::instance()->ShortcutActivated(QKeySequence(0x0A00004D), 1);
+    QCOMPARE(bar.calls, QStringList({"mode 1", "mode 1"}));
+    Q_EMIT KexaAppKeyHook::instance()->ShortcutActivatedAmbiguously(QKeySequence(0x0A00004D), 1);
+    QCOMPARE(bar.calls.size(), 4);
+}
+
+void tst_NVBrushToolbarWidget::createAfterReleaseMakesBothSignalsOfTheHookActOnce()
+{
+    RecordingBar bar(nullptr);
+    bar.CreateShortcuts();
+    bar.ReleaseShortcuts();
+    bar.CreateShortcuts();
+
+    Q_EMIT KexaAppKeyHook::instance()->ShortcutActivated(QKeySequence(0x0A00004D), 1);
+    QCOMPARE(bar.calls, QStringList("mode 1"));
+    Q_EMIT KexaAppKeyHook::instance()->ShortcutActivatedAmbiguously(QKeySequence(0x0A00004D), 1);
+    QCOMPARE(bar.calls.size(), 2);
+}
+
 void tst_NVBrushToolbarWidget::createTwiceLeavesTheFirstModeShortcutsAlive()
 {
     Window host;
@@ -527,6 +604,21 @@ void tst_NVBrushToolbarWidget::dyingBarReleasesItsKeys()
     Q_EMIT KexaAppKeyHook::instance()->ShortcutActivated(QKeySequence(0x0A00004D), 1);
 
     QCOMPARE(log.Count(), 1); // the one of this test
+}
+
+void tst_NVBrushToolbarWidget::dyingBarDeletesSettingsThenPatternsThenKeys()
+{
+    auto* bar = new NVBrushToolbarWidget(nullptr, true);
+    bar->CreateShortcuts();
+    QStringList deaths;
+    connect(bar->GetBrushes(), &QObject::destroyed, [&] { deaths << "settings"; });
+    connect(bar->GetPatterns(), &QObject::destroyed, [&] { deaths << "patterns"; });
+    connect(ModeShortcut(bar, 0x0200002D), &QObject::destroyed, [&] { deaths << "keys"; });
+    connect(bar, &QObject::destroyed, [&] { deaths << "bar"; });
+
+    delete bar;
+
+    QCOMPARE(deaths, QStringList({"settings", "patterns", "keys", "bar"}));
 }
 
 void tst_NVBrushToolbarWidget::twoBarsWithLiveKeysBothAct()
