@@ -73,7 +73,7 @@ void KeyToBlendMode(benchmark::State& state)
         QTest::keyRelease(&bar, Qt::Key_M, Qt::AltModifier | Qt::ShiftModifier);
     }
 }
-BENCHMARK(KeyToBlendMode)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(KeyToBlendMode)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

@@ -4,6 +4,12 @@
 #include <QScreen>
 #include <QWidget>
 
+namespace
+{
+// The buttons of a bar, and what stays clear beside them.
+const int ButtonWidth = 32;
+} // namespace
+
 QPoint KeepOnScreen(const QRect& window, const QRect& area)
 {
     if (area.isEmpty())
@@ -19,6 +25,23 @@ QPoint KeepOnScreen(const QRect& window, const QRect& area)
 QPoint KeepOnScreen(const QRect& window)
 {
     return KeepOnScreen(window, AvailableArea(window));
+}
+
+QPoint KeepOnScreenBesideButton(const QRect& window, const QRect& area)
+{
+    const QPoint kept = KeepOnScreen(window, area);
+    if (kept.y() >= window.top())
+    {
+        return kept;
+    }
+    for (const int x : {window.left() + ButtonWidth, window.left() - window.width()})
+    {
+        if (x >= area.left() && x + window.width() <= area.left() + area.width())
+        {
+            return {x, kept.y()};
+        }
+    }
+    return kept;
 }
 
 QRect AvailableArea(const QRect& window)
@@ -50,7 +73,7 @@ void MoveOntoScreen(QWidget* window)
         return;
     }
     const QRect frame = window->frameGeometry();
-    const QPoint position = KeepOnScreen(frame);
+    const QPoint position = KeepOnScreenBesideButton(frame, AvailableArea(frame));
     if (position != frame.topLeft())
     {
         window->move(position);

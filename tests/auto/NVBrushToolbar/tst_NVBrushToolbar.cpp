@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <QProcess>
 #include <QPushButton>
+#include <QScreen>
 #include <QTranslator>
 #include <QtTest>
 
@@ -972,6 +973,9 @@ void tst_NVBrushToolbar::popupOpensBelowItsButton()
     const QPoint corner = host.button->mapToGlobal(QPoint(0, 0));
     QVERIFY(watcher.moved);
     QCOMPARE(watcher.place, corner + QPoint(0, host.button->height() + 1));
+    const QRect button(corner, host.button->size());
+    QVERIFY(!host.popup->frameGeometry().intersects(button));
+    QVERIFY(host.popup->screen()->availableGeometry().contains(host.popup->frameGeometry()));
     QVERIFY(driver.CloseByButton());
 }
 

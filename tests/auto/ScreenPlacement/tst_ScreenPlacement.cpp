@@ -13,6 +13,8 @@ class tst_ScreenPlacement : public QObject
 private Q_SLOTS:
     void windowGoesToTheNearestPlaceWithinTheArea_data();
     void windowGoesToTheNearestPlaceWithinTheArea();
+    void windowThatHasToGoUpLeavesItsButtonFree_data();
+    void windowThatHasToGoUpLeavesItsButtonFree();
     void emptyAreaChangesNothing();
     void windowFarOutsideComesToThePrimaryScreen();
     void areaIsThatOfTheScreenUnderTheCorner();
@@ -45,6 +47,24 @@ void tst_ScreenPlacement::windowGoesToTheNearestPlaceWithinTheArea()
     QCOMPARE(KeepOnScreen(window, QRect(100, 100, 400, 300)), expected);
 }
 
+void tst_ScreenPlacement::windowThatHasToGoUpLeavesItsButtonFree_data()
+{
+    QTest::addColumn<QRect>("window");
+    QTest::addColumn<QPoint>("place");
+
+    QTest::newRow("fits below") << QRect(150, 130, 100, 200) << QPoint(150, 130);
+    QTest::newRow("beside, to the right") << QRect(150, 250, 100, 200) << QPoint(182, 200);
+    QTest::newRow("beside, to the left") << QRect(390, 250, 100, 200) << QPoint(290, 200);
+    QTest::newRow("no room on either side") << QRect(150, 250, 340, 200) << QPoint(150, 200);
+    QTest::newRow("too far right but high enough") << QRect(450, 130, 100, 200) << QPoint(400, 130);
+}
+
+void tst_ScreenPlacement::windowThatHasToGoUpLeavesItsButtonFree()
+{
+    QFETCH(const QRect, window);
+    QTEST(KeepOnScreenBesideButton(window, QRect(100, 100, 400, 300)), "place");
+}
+
 void tst_ScreenPlacement::emptyAreaChangesNothing()
 {
     QCOMPARE(KeepOnScreen(QRect(-7, 9, 50, 60), QRect()), QPoint(-7, 9));
@@ -72,12 +92,12 @@ void tst_ScreenPlacement::windowIsMovedWithItsFrame()
 {
     QWidget window;
     window.resize(200, 100);
-    window.move(QGuiApplication::primaryScreen()->availableGeometry().bottomRight());
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    window.move(area.topRight());
 
     MoveOntoScreen(&window);
 
-    QCOMPARE(window.frameGeometry().bottomRight(),
-             QGuiApplication::primaryScreen()->availableGeometry().bottomRight());
+    QCOMPARE(window.frameGeometry().topRight(), area.topRight());
     QCOMPARE(window.size(), QSize(200, 100));
 }
 

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QBrush>
+#include <QImage>
+
+#include "BrushTip.h"
+
+class QPainter;
+
+// What a picture of a stroke is drawn with.
+struct BrushStroke
+{
+    BrushTip tip;
+    double diameter = 12.0;
+    // Percent of the diameter.
+    double spacing = 10.0;
+    // 0 to 1.
+    double opacity = 1.0;
+    // What the pressure, which rises and falls over the stroke, and its course change.
+    bool dynamicSize = false;
+    bool dynamicHardness = false;
+    bool dynamicAngle = false;
+    bool dynamicOpacity = false;
+    bool dynamicScatter = false;
+};
+
+// The coverage of a wave with thin ends from the left to the right of an Alpha8 image; everything in pixels
+// of the image.
+QImage RenderBrushStroke(const BrushStroke& stroke, const QSize& size);
+
+// Paints the coverage of an image, which has that many pixels for a device-independent one, in a colour.
+void DrawMask(QPainter& painter, const QPoint& corner, const QImage& mask, double pixelRatio,
+              const QBrush& color);

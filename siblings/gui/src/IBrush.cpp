@@ -1,0 +1,3 @@
+#include "IBrush.h"
+
+IBrush::~IBrush() = default;
