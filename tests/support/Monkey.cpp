@@ -206,13 +206,14 @@ bool blocked(const QWidget* widget)
     return modal;
 }
 
-// Slots that the toolkit declares to open a menu or run a dialog: called again while one is open, as no input
-// can do, they start event loops that nothing ends.
-bool startsLoops(const QMetaMethod& method)
+// Of the toolkit's own slots only those that set values. Others are for its inner use, or start event loops
+// that nothing ends when they are called while one is running.
+bool isForHosts(const QMetaMethod& method)
 {
-    static const QSet<QByteArray> owners = {"QAbstractButton", "QPushButton", "QToolButton", "QDialog",
-                                            "QMessageBox"};
-    return owners.contains(method.enclosingMetaObject()->className());
+    static const QSet<QByteArray> owners = {"QAbstractSlider", "QAbstractSpinBox", "QComboBox",
+                                            "QDoubleSpinBox",  "QLineEdit",        "QSpinBox"};
+    const QByteArray owner = method.enclosingMetaObject()->className();
+    return !owner.startsWith('Q') || owners.contains(owner);
 }
 
 void closeTopmost()
@@ -535,7 +536,7 @@ void Monkey::visibility()
 bool Monkey::callable(const QMetaMethod& method) const
 {
     if (method.methodType() != QMetaMethod::Slot || method.access() != QMetaMethod::Public ||
-        m_excluded.contains(method.name()) || startsLoops(method))
+        m_excluded.contains(method.name()) || !isForHosts(method))
     {
         return false;
     }
@@ -546,7 +547,8 @@ bool Monkey::callable(const QMetaMethod& method) const
         const bool reference = types.at(i).endsWith('&');
         const bool known =
             pointer ? m_nullAllowed.contains(types.at(i)) : method.parameterType(i) != QMetaType::UnknownType;
-        if (!known || reference)
+        const bool foreign = types.at(i) == "QModelIndex"; // means nothing without its model
+        if (!known || reference || foreign)
         {
             return false;
         }

@@ -38,6 +38,7 @@ int RunGuardedTest(int argc, char** argv, const std::function<std::unique_ptr<QO
     QCoreApplication::setApplicationName(QFileInfo(QString::fromLocal8Bit(argv[0])).completeBaseName());
 
     redirectSettings(folder.path());
+    QDir::setCurrent(folder.path());
     const std::unique_ptr<QObject> test = makeTest();
     return QTest::qExec(test.get(), argc, argv);
 }

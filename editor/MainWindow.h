@@ -1,0 +1,147 @@
+#pragma once
+
+#include <QList>
+#include <QMainWindow>
+#include <QPair>
+
+#include <memory>
+
+class BrushTool;
+class Document;
+class DocumentWindow;
+class FileTask;
+class KXMdiArea;
+class NVDocumentView;
+class OptionArea;
+class QActionGroup;
+class QLabel;
+class QSettings;
+class QUndoGroup;
+class RecentFiles;
+class Theme;
+class Tool;
+class ToolBox;
+struct CanvasPoint;
+
+// The window of Norvane: menus, tool box, option bar, canvas area and status bar, and all that is done with
+// whole documents.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    // The settings are not owned and must outlive the window.
+    explicit MainWindow(QSettings* settings, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    // Null while no document is open.
+    Document* GetDocument() const;
+    NVDocumentView* GetView() const;
+    QList<DocumentWindow*> GetDocumentWindows() const;
+    // Never null.
+    Tool* GetTool() const;
+    BrushTool* GetBrushTool() const;
+    RecentFiles* GetRecentFiles() const;
+
+    // Opens the file, or shows it if it is open already. When it can't be opened, a message says why, and
+    // nothing else changes.
+    bool OpenFile(const QString& path);
+    void OpenFiles(const QStringList& paths);
+    // Opens a picture that has no file yet.
+    void OpenImage(const QImage& image, const QString& name);
+    void OpenSample();
+    // Without a writable file of its own, the document asks for a name. False if it was not written.
+    bool SaveDocument(DocumentWindow* window);
+    bool SaveDocumentAs(DocumentWindow* window);
+    bool WriteDocument(DocumentWindow* window, const QString& path);
+    // Asks about unsaved changes. False, and still open, when the person cancels or saving fails.
+    bool CloseDocument(DocumentWindow* window);
+    void ChooseTool(Tool* tool);
+
+public Q_SLOTS:
+    void ShowStatus(const QString& text);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private Q_SLOTS:
+    void OnNew();
+    void OnOpen();
+    void OnRecentTriggered(QAction* action);
+    void OnSave();
+    void OnSaveAs();
+    void OnClose();
+    void OnUndo();
+    void OnRedo();
+    void OnClearLayer();
+    void OnZoomIn();
+    void OnZoomOut();
+    void OnZoomOriginal();
+    void OnZoomFit();
+    void OnThemeTriggered(QAction* action);
+    void OnAbout();
+
+    void OnWindowActivated();
+    void OnCloseAsked(DocumentWindow* window);
+    void OnDocumentStateChanged();
+    void OnUndoTextChanged(const QString& text);
+    void OnRedoTextChanged(const QString& text);
+    void OnToolChosen(Tool* tool);
+    void OnScaleChanged(double scale);
+    void OnPointerMoved(const CanvasPoint& point);
+    void OnPointerLeft();
+    void OnRecentChanged();
+    void OnBusyChanged(bool busy);
+    void OnThemeChanged(int theme);
+
+private:
+    void CreateTools();
+    void CreateStatusBar();
+    void CreateFileMenu();
+    void CreateEditMenu();
+    void CreateViewMenu();
+    void CreateThemeMenu(QMenu* view);
+    void CreateOtherMenus();
+    template <typename Slot>
+    QAction* AddAction(QMenu* menu, const QString& text, const QString& picture, const QKeySequence& key,
+                       Slot slot);
+    void RestoreWindow();
+    void StoreWindow();
+    DocumentWindow* WindowOf(const QString& path) const;
+    void AddDocument(std::unique_ptr<Document> document);
+    void RemoveWindow(DocumentWindow* window);
+    // Save, Discard or Cancel of KXMessageBox.
+    int AskAboutChanges(const DocumentWindow* window);
+    void ShowError(const QString& text);
+    void UpdateActions();
+    void UpdateTitle();
+    void ZoomTo(double scale);
+
+    QSettings* m_pSettings;
+    Theme* m_pTheme;
+    RecentFiles* m_pRecent;
+    FileTask* m_pTask;
+    QUndoGroup* m_pUndoGroup;
+    KXMdiArea* m_pArea;
+    OptionArea* m_pOptions;
+    QToolBar* m_pOptionBar;
+    ToolBox* m_pToolBox;
+    QList<Tool*> m_Tools;
+    BrushTool* m_pBrush = nullptr;
+    Tool* m_pTool = nullptr;
+    DocumentWindow* m_pWindow = nullptr;
+
+    // Actions by what they need; their pictures are loaded again with each theme.
+    QList<QAction*> m_DocumentActions;
+    QList<QPair<QAction*, QString>> m_Pictures;
+    QAction* m_pUndo = nullptr;
+    QAction* m_pRedo = nullptr;
+    QMenu* m_pRecentMenu = nullptr;
+    QActionGroup* m_pThemes = nullptr;
+    QLabel* m_pZoomLabel = nullptr;
+    QLabel* m_pSizeLabel = nullptr;
+    QLabel* m_pPointLabel = nullptr;
+};

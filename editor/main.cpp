@@ -1,0 +1,58 @@
+// Norvane, a small image editor: norvane [IMAGE...]
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QSettings>
+#include <QTimer>
+
+#include "MainWindow.h"
+#include "Tour.h"
+
+namespace
+{
+
+void OpenArguments(MainWindow& window, const QStringList& paths)
+{
+    if (paths.isEmpty())
+        window.OpenSample();
+    else
+        window.OpenFiles(paths);
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    // A fast stroke keeps each of its points.
+    QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
+    QCoreApplication::setOrganizationName(QStringLiteral("Norvane"));
+    QCoreApplication::setApplicationName(QStringLiteral("norvane"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(NORVANE_VERSION));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QCoreApplication::translate("main", "A small image editor"));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption tour(
+        QStringLiteral("tour"),
+        QCoreApplication::translate(
+            "main", "Plays a tour of the program by itself and writes its pictures into DIR."),
+        QStringLiteral("DIR"));
+    parser.addOption(tour);
+    parser.addPositionalArgument(QStringLiteral("IMAGE"),
+                                 QCoreApplication::translate("main", "The pictures to open"),
+                                 QStringLiteral("[IMAGE...]"));
+    parser.process(application);
+    if (parser.isSet(tour))
+        return RunTour(parser.value(tour), parser.positionalArguments().value(0));
+
+    QSettings settings;
+    MainWindow window(&settings);
+    window.show();
+    // A file that can't be opened is told in the window, which must be there for it.
+    QTimer::singleShot(0, &window, [&] { OpenArguments(window, parser.positionalArguments()); });
+    return QApplication::exec();
+}

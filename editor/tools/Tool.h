@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QKeySequence>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include "NVDocumentView.h"
+
+class Document;
+class QWidget;
+
+// A tool of the tool box. It owns its option bar, which is made at the first use, and while it is the current
+// tool it acts on the canvas that it was given last. GUI thread only.
+class Tool : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Tool(QObject* parent);
+    ~Tool() override;
+
+    // For menus and tooltips, translated.
+    virtual QString GetName() const = 0;
+    // The picture of the tool box, without "theme:" and suffix.
+    virtual QString GetPictureName() const = 0;
+    virtual QKeySequence GetKey() const = 0;
+    // The option bar. It is the tool's and goes with it, whatever parent it is given.
+    QWidget* GetBar();
+    bool IsActive() const;
+    // Both null while no document is open.
+    NVDocumentView* GetView() const;
+    Document* GetDocument() const;
+
+    // Becomes the current tool, or stops being it; a second call in a row does nothing.
+    void Activate();
+    void Deactivate();
+    // What the tool acts on from now on; neither is owned, both may be null. What is under way comes to its
+    // end first.
+    void SetCanvas(NVDocumentView* view, Document* document);
+
+    // Takes back what is under way; true if there was something.
+    virtual bool Cancel();
+    // Brings what is under way to its regular end at once.
+    virtual void Finish();
+    // Loads again what depends on the theme.
+    virtual void UpdateTheme();
+
+Q_SIGNALS:
+    // Something to say in the status bar.
+    void Message(const QString& text);
+
+protected:
+    virtual QWidget* CreateBar() = 0;
+    // The keys go on, and off.
+    virtual void CreateShortcuts();
+    virtual void ReleaseShortcuts();
+    // Cursor and overlay of a view that the tool now acts on.
+    virtual void Equip(NVDocumentView* view) = 0;
+    // Left button or pen tip, from press to release; hover moves come without a button held.
+    virtual void Pressed(const CanvasPoint& point);
+    virtual void Moved(const CanvasPoint& point);
+    virtual void Released(const CanvasPoint& point);
+    virtual void PointerLeft();
+
+private Q_SLOTS:
+    void OnPressed(const CanvasPoint& point);
+    void OnMoved(const CanvasPoint& point);
+    void OnReleased(const CanvasPoint& point);
+    void OnCancelled();
+    void OnPointerLeft();
+
+private:
+    void Attach();
+    void Detach();
+
+    QPointer<QWidget> m_pBar;
+    QPointer<NVDocumentView> m_pView;
+    QPointer<Document> m_pDocument;
+    bool m_isActive = false;
+};

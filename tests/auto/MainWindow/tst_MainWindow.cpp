@@ -1,0 +1,840 @@
+// The whole window: opening, saving, closing with unsaved changes, recent files, themes, drops, and every
+// failure.
+
+#include "MainWindow.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QSettings>
+#include <QSpinBox>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QToolBar>
+#include <QToolButton>
+#include <QUndoStack>
+#include <QUrl>
+
+#include "BrushTool.h"
+#include "Document.h"
+#include "DocumentFile.h"
+#include "DocumentWindow.h"
+#include "KXDocumentInterface.h"
+#include "ModalDriver.h"
+#include "NVApplication.h"
+#include "NVBrushToolbar.h"
+#include "NVDocumentView.h"
+#include "OptionArea.h"
+#include "RecentFiles.h"
+#include "SamplePicture.h"
+#include "SignalLog.h"
+#include "TestMain.h"
+#include "ToolBox.h"
+
+namespace
+{
+
+QImage Picture(const QColor& color = Qt::white)
+{
+    QImage image(200, 100, QImage::Format_ARGB32_Premultiplied);
+    image.fill(color);
+    return image;
+}
+
+QString TextOf(const QWidget* box)
+{
+    QString text;
+    for (const QLabel* label : box->findChildren<QLabel*>())
+        text += label->text();
+    return text;
+}
+
+QByteArray BytesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class tst_MainWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_settings = std::make_unique<QSettings>(path("s.ini"), QSettings::IniFormat);
+        m_settings->setValue("files/folder", m_folder->path());
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        make();
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        NVApplication::GetInstance()->SetTheme(0);
+        NVApplication::GetInstance()->SetForeground(Qt::black);
+        NVApplication::GetInstance()->SetBackground(Qt::white);
+        qApp->setStyleSheet(QString());
+    }
+
+    void withoutAPictureDocumentCommandsAreOff()
+    {
+        QCOMPARE(m_window->windowTitle(), QString("Norvane"));
+        for (const char* text : {"Save", "Save As...", "Close", "Undo", "Redo", "Zoom In", "Fit in Window"})
+            QVERIFY2(!action(text)->isEnabled(), text);
+        for (const char* text : {"New...", "Open...", "Quit"})
+            QVERIFY2(action(text)->isEnabled(), text);
+    }
+
+    void aClickWithoutAPictureSaysWhatIsMissing()
+    {
+        QTest::mouseClick(m_window->findChild<QMdiArea*>()->viewport(), Qt::LeftButton);
+
+        QVERIFY(m_window->statusBar()->currentMessage().contains("no picture"));
+    }
+
+    void aFileIsOpenedAndShown()
+    {
+        const QString file = write("a & b [*] <i>.png");
+
+        QVERIFY(m_window->OpenFile(file));
+
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetComposition(), Picture());
+        QCOMPARE(m_window->GetDocument()->GetPath(), file);
+        QVERIFY(m_window->windowTitle().startsWith("a & b [*]"));
+        QVERIFY(!m_window->isWindowModified());
+        QCOMPARE(m_window->GetRecentFiles()->Paths(), QStringList(file));
+        QVERIFY(m_window->GetView()->hasFocus());
+        QVERIFY(labelTexts().contains("200 x 100 px"));
+        QVERIFY(action("Save")->isEnabled());
+    }
+
+    void openingTheSameFileAgainShowsIt()
+    {
+        const QString one = write("one.png");
+        const QString two = write("two.png");
+        m_window->OpenFile(one);
+        m_window->OpenFile(two);
+
+        QVERIFY(m_window->OpenFile(one));
+
+        QCOMPARE(m_window->GetDocumentWindows().size(), 2);
+        QCOMPARE(m_window->GetDocument()->GetPath(), one);
+    }
+
+    void whatIsNoPictureGetsAMessageAndChangesNothing_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("not there") << "nowhere.png";
+        QTest::newRow("text") << "text.png";
+        QTest::newRow("folder") << "folder.png";
+        QTest::newRow("a name like a mark") << "%1 <b>%2<b>.png";
+    }
+    void whatIsNoPictureGetsAMessageAndChangesNothing()
+    {
+        QFETCH(QString, name);
+        QDir().mkdir(path("folder.png"));
+        writeText("text.png");
+        writeText("%1 <b>%2<b>.png");
+        m_window->OpenImage(Picture(), "Picture");
+        const Document* before = m_window->GetDocument();
+        QString text;
+        ModalDriver driver(
+            [&text](QWidget* box)
+            {
+                text = TextOf(box);
+                ModalDriver::Press(box, "OK");
+            });
+
+        const bool opened = m_window->OpenFile(path(name));
+
+        QVERIFY(!opened);
+        QVERIFY(driver.Finished());
+        QVERIFY2(text.contains(name) && text.contains("could not be opened"), qPrintable(text));
+        QCOMPARE(m_window->GetDocument(), before);
+        QCOMPARE(m_window->GetDocumentWindows().size(), 1);
+        QVERIFY(!m_window->GetRecentFiles()->Paths().contains(path(name)));
+    }
+
+    void aDroppedFileIsOpened()
+    {
+        const QString file = write("a.png");
+
+        drop(file);
+
+        QCOMPARE(m_window->GetDocument()->GetPath(), file);
+    }
+
+    void somethingElseDroppedIsNotTaken()
+    {
+        QMimeData data;
+        data.setText("a text");
+        data.setUrls({QUrl("https://example.org/a.png")});
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+
+        QCoreApplication::sendEvent(m_window.get(), &enter);
+
+        QVERIFY(!enter.isAccepted());
+    }
+
+    void theCanvasLeavesDropsToTheWindow()
+    {
+        m_window->OpenImage(Picture(), "Picture");
+
+        QVERIFY(!m_window->GetView()->acceptDrops());
+        QVERIFY(!m_window->GetView()->viewport()->acceptDrops());
+    }
+
+    void savingWritesTheFileAndClearsTheMark()
+    {
+        const QString file = write("a.png");
+        m_window->OpenFile(file);
+        change();
+        QVERIFY(m_window->isWindowModified());
+
+        action("Save")->trigger();
+
+        QVERIFY(!m_window->isWindowModified());
+        QCOMPARE(LoadDocumentFile(file).image, m_window->GetDocument()->GetPixels()->GetComposition());
+        QVERIFY(LoadDocumentFile(file).image != Picture());
+    }
+
+    void aNewPictureAsksForItsName()
+    {
+        m_window->OpenImage(Picture(Qt::red), "Picture");
+        change();
+        const QString file = path("new");
+        ModalDriver driver(
+            [&file](QWidget* dialog)
+            {
+                auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
+                QCOMPARE(edit->text(), QString("Picture.png"));
+                edit->setText(file);
+                QTest::keyClick(edit, Qt::Key_Return);
+            });
+
+        action("Save")->trigger();
+
+        QVERIFY(driver.Finished());
+        QCOMPARE(m_window->GetDocument()->GetPath(), file + ".png");
+        QVERIFY(QFile::exists(file + ".png"));
+        QVERIFY(m_window->GetRecentFiles()->Paths().contains(file + ".png"));
+    }
+
+    void aFormatWithoutWriterAsksForAnotherName()
+    {
+        QVERIFY(!HasWritableSuffix("a.gif"));
+        QVERIFY(QFile::copy(write("a.png"), path("a.gif")));
+        QVERIFY(m_window->OpenFile(path("a.gif")));
+        change();
+        ModalDriver driver([](QWidget* dialog) { ModalDriver::Press(dialog, "Cancel"); });
+
+        action("Save")->trigger();
+
+        QVERIFY(driver.Finished());
+        QVERIFY(m_window->GetDocument()->IsModified());
+        QCOMPARE(m_window->GetDocument()->GetPath(), path("a.gif"));
+    }
+
+    void whatCannotBeSavedGetsAMessageAndStaysChanged()
+    {
+        m_window->OpenImage(Picture(), "Picture");
+        change();
+        QString text;
+        ModalDriver driver(
+            [&text](QWidget* box)
+            {
+                text = TextOf(box);
+                ModalDriver::Press(box, "OK");
+            });
+
+        const bool saved =
+            m_window->WriteDocument(m_window->GetDocumentWindows().first(), path("nowhere/a.png"));
+
+        QVERIFY(!saved);
+        QVERIFY(driver.Finished());
+        QVERIFY2(text.contains("a.png") && text.contains("does not exist"), qPrintable(text));
+        QVERIFY(m_window->GetDocument()->IsModified());
+        QCOMPARE(m_window->GetDocument()->GetPath(), QString());
+    }
+
+    void aFailedSaveLeavesFileAndDocument()
+    {
+        const QString file = write("a.png");
+        m_window->OpenFile(file);
+        change();
+        const QByteArray before = BytesOf(file);
+        QVERIFY(QFile::remove(file));
+        QVERIFY(QDir().mkdir(file));
+        ModalDriver driver([](QWidget* box) { ModalDriver::Press(box, "OK"); });
+
+        action("Save")->trigger();
+
+        QVERIFY(driver.Finished());
+        QVERIFY(m_window->GetDocument()->IsModified());
+        QVERIFY(!before.isEmpty());
+    }
+
+    void anUnchangedPictureClosesWithoutAQuestion()
+    {
+        m_window->OpenFile(write("a.png"));
+
+        action("Close")->trigger();
+
+        QCOMPARE(m_window->GetDocumentWindows().size(), 0);
+        QCOMPARE(m_window->GetDocument(), nullptr);
+        QCOMPARE(m_window->windowTitle(), QString("Norvane"));
+    }
+
+    void anUnsavedPictureAsksBeforeItCloses_data()
+    {
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<bool>("stays");
+        QTest::addColumn<bool>("written");
+        QTest::newRow("save") << "save" << false << true;
+        QTest::newRow("don't save") << "discard" << false << false;
+        QTest::newRow("cancel") << "cancel" << true << false;
+        QTest::newRow("escape") << "escape" << true << false;
+        QTest::newRow("window close") << "close" << true << false;
+    }
+    void anUnsavedPictureAsksBeforeItCloses()
+    {
+        QFETCH(QString, answer);
+        QFETCH(bool, stays);
+        QFETCH(bool, written);
+        const QString file = write("a.png");
+        m_window->OpenFile(file);
+        change();
+        ModalDriver driver([this, &answer](QWidget* box) { give(box, answer); });
+
+        action("Close")->trigger();
+
+        QVERIFY(driver.Finished());
+        QCOMPARE(m_window->GetDocument() != nullptr, stays);
+        QCOMPARE(LoadDocumentFile(file).image != Picture(), written);
+        if (stays)
+            QVERIFY(m_window->GetDocument()->IsModified());
+    }
+
+    void theNextTabFillsTheAreaWhenOneIsClosed()
+    {
+        for (const char* name : {"One", "Two", "Three"})
+            m_window->OpenImage(Picture(), name);
+
+        action("Close")->trigger();
+        QCoreApplication::processEvents();
+
+        QCOMPARE(m_window->GetDocumentWindows().size(), 2);
+        QVERIFY(m_window->GetDocument());
+        QVERIFY(m_window->GetView()->width() >= m_window->findChild<QMdiArea*>()->viewport()->width() - 2);
+        QCOMPARE(m_window->GetTool()->GetView(), m_window->GetView());
+    }
+
+    void theCrossOfTheTabAsksToo()
+    {
+        m_window->OpenImage(Picture(), "Picture");
+        change();
+        ModalDriver driver([this](QWidget* box) { give(box, "cancel"); });
+        auto* tabs = m_window->findChild<QMdiArea*>()->findChild<QTabBar*>();
+
+        Q_EMIT tabs->tabCloseRequested(0);
+
+        QVERIFY(driver.Finished());
+        QVERIFY(m_window->GetDocument());
+    }
+
+    void quittingAsksForEachUnsavedPicture()
+    {
+        m_window->OpenImage(Picture(), "One");
+        change();
+        m_window->OpenImage(Picture(), "Clean");
+        m_window->OpenImage(Picture(), "Two");
+        change();
+        QStringList asked;
+        const ModalDriver::Function discard = [this, &asked](QWidget* box)
+        {
+            asked += TextOf(box);
+            give(box, "discard");
+        };
+        ModalDriver driver(QList<ModalDriver::Function>{discard, discard});
+
+        QVERIFY(m_window->close());
+
+        QVERIFY(driver.Finished());
+        QCOMPARE(asked.size(), 2);
+        QVERIFY(asked.join(' ').contains("One") && asked.join(' ').contains("Two"));
+    }
+
+    void cancelStopsQuitting()
+    {
+        m_window->OpenImage(Picture(), "One");
+        change();
+        ModalDriver driver([this](QWidget* box) { give(box, "cancel"); });
+
+        QVERIFY(!m_window->close());
+
+        QVERIFY(driver.Finished());
+        QVERIFY(m_window->isVisible());
+        QVERIFY(m_window->GetDocument()->IsModified());
+    }
+
+    void closingWhileAStrokeRunsEndsItAndAsks()
+    {
+        m_window->OpenImage(Picture(), "One");
+        QTest::mousePress(m_window->GetView()->viewport(), Qt::LeftButton);
+        QVERIFY(m_window->GetBrushTool()->IsStrokeRunning());
+        ModalDriver driver([this](QWidget* box) { give(box, "discard"); });
+
+        action("Close")->trigger();
+
+        QVERIFY(driver.Finished());
+        QVERIFY(!m_window->GetBrushTool()->IsStrokeRunning());
+        QCOMPARE(m_window->GetDocument(), nullptr);
+        QCoreApplication::processEvents();
+    }
+
+    void theWindowMayGoWhileAStrokeRuns()
+    {
+        m_window->OpenImage(Picture(), "One");
+        QTest::mousePress(m_window->GetView()->viewport(), Qt::LeftButton);
+        QVERIFY(m_window->GetBrushTool()->IsStrokeRunning());
+
+        m_window.reset();
+
+        QCoreApplication::processEvents();
+    }
+
+    void theStrokeGoesToTheDocumentOfItsTab()
+    {
+        m_window->OpenImage(Picture(), "One");
+        m_window->OpenImage(Picture(), "Two");
+        stroke();
+        auto* tabs = m_window->findChild<QMdiArea*>()->findChild<QTabBar*>();
+
+        tabs->setCurrentIndex(0);
+
+        QCOMPARE(m_window->GetDocument()->GetTitle(), QString("One"));
+        QVERIFY(!m_window->isWindowModified());
+        QVERIFY(!action("Undo")->isEnabled());
+        tabs->setCurrentIndex(1);
+        QVERIFY(action("Undo Brush Stroke")->isEnabled());
+    }
+
+    void undoAndRedoCarryTheNameOfTheStep()
+    {
+        m_window->OpenImage(Picture(), "One");
+        stroke();
+
+        action("Undo Brush Stroke")->trigger();
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetComposition(), Picture());
+        QVERIFY(!action("Undo")->isEnabled());
+
+        action("Redo Brush Stroke")->trigger();
+        QVERIFY(m_window->GetDocument()->GetPixels()->GetComposition() != Picture());
+    }
+
+    void undoDuringAStrokeTakesThatStrokeBack()
+    {
+        m_window->OpenImage(Picture(), "One");
+        stroke();
+        const QImage painted = m_window->GetDocument()->GetPixels()->GetComposition().copy();
+        QTest::mousePress(m_window->GetView()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          m_window->GetView()->MapFromDocument(QPointF(20, 80)).toPoint());
+
+        action("Undo Brush Stroke")->trigger();
+
+        QVERIFY(!m_window->GetBrushTool()->IsStrokeRunning());
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetComposition(), painted);
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->index(), 1);
+        QTest::mouseRelease(m_window->GetView()->viewport(), Qt::LeftButton);
+    }
+
+    void clearLayerIsAStep()
+    {
+        m_window->OpenImage(Picture(Qt::red), "One");
+
+        action("Clear Layer")->trigger();
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetComposition().pixelColor(5, 5).alpha(), 0);
+
+        action("Undo Clear Layer")->trigger();
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetComposition(), Picture(Qt::red));
+    }
+
+    void newAsksForTheSize()
+    {
+        ModalDriver driver(
+            [](QWidget* dialog)
+            {
+                QTest::keyClick(dialog->focusWidget(), Qt::Key_A, Qt::ControlModifier);
+                QTest::keyClicks(dialog->focusWidget(), "320");
+                ModalDriver::Press(dialog, "OK");
+            });
+
+        action("New...")->trigger();
+
+        QVERIFY(driver.Finished());
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetSize(), QSize(320, 1200));
+        QVERIFY(!m_window->GetDocument()->IsModified());
+    }
+
+    void newCancelledOpensNothing()
+    {
+        ModalDriver driver([](QWidget* dialog) { ModalDriver::PressKey(dialog, Qt::Key_Escape); });
+
+        action("New...")->trigger();
+
+        QVERIFY(driver.Finished());
+        QCOMPARE(m_window->GetDocument(), nullptr);
+    }
+
+    void theSampleIsAPictureToStartWith()
+    {
+        m_window->OpenSample();
+
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetSize(), QSize(4000, 3000));
+        QVERIFY(!m_window->GetDocument()->IsModified());
+    }
+
+    void aRecentFileIsOpenedFromTheMenu()
+    {
+        const QString file = write("a & b.png");
+        m_window->OpenFile(file);
+        action("Close")->trigger();
+        QCoreApplication::processEvents();
+
+        action(QString(file).replace('&', "&&"))->trigger();
+
+        QCOMPARE(m_window->GetDocument()->GetPath(), file);
+    }
+
+    void aMissingRecentFileIsDroppedWithAMessage()
+    {
+        const QString file = write("a.png");
+        m_window->OpenFile(file);
+        action("Close")->trigger();
+        QVERIFY(QFile::remove(file));
+        QCoreApplication::processEvents();
+        QString text;
+        ModalDriver driver(
+            [&text](QWidget* box)
+            {
+                text = TextOf(box);
+                ModalDriver::PressKey(box, Qt::Key_Return);
+            });
+
+        action(file)->trigger();
+
+        QVERIFY(driver.Finished());
+        QVERIFY2(text.contains(file) && text.contains("does not exist"), qPrintable(text));
+        QCOMPARE(m_window->GetRecentFiles()->Paths(), QStringList());
+        QCOMPARE(m_window->GetDocument(), nullptr);
+    }
+
+    void theRecentListCanBeCleared()
+    {
+        m_window->OpenFile(write("a.png"));
+        QCoreApplication::processEvents();
+
+        action("Clear List")->trigger();
+
+        QCOMPARE(m_window->GetRecentFiles()->Paths(), QStringList());
+    }
+
+    void theThemeIsSwitchedLiveAndKept()
+    {
+        const QImage before = action("Open...")->icon().pixmap(16, 16).toImage();
+
+        action("Dark")->trigger();
+
+        QCOMPARE(NVApplication::GetInstance()->GetTheme(), 1);
+        QVERIFY(action("Open...")->icon().pixmap(16, 16).toImage() != before);
+        QVERIFY(action("Dark")->isChecked());
+        QCOMPARE(m_settings->value("window/theme").toInt(), 1);
+        NVApplication::GetInstance()->SetTheme(2);
+        QVERIFY(action("High Contrast")->isChecked());
+        NVApplication::GetInstance()->SetTheme(0);
+        m_settings->setValue("window/theme", 1);
+        make();
+        QCOMPARE(NVApplication::GetInstance()->GetTheme(), 1);
+    }
+
+    void theOptionAreaIsEquallyHighForEachTool()
+    {
+        auto* area = m_window->findChild<OptionArea*>();
+        const int height = area->height();
+        QSet<QWidget*> bars;
+        for (QAction* tool : m_window->findChild<ToolBox*>()->GetToolActions())
+        {
+            tool->trigger();
+            QCoreApplication::processEvents();
+            QCOMPARE(area->height(), height);
+            QVERIFY(m_window->GetTool()->GetBar()->isVisible());
+            QVERIFY(m_window->GetTool()->GetBar()->height() <= height);
+            bars += m_window->GetTool()->GetBar();
+        }
+        QCOMPARE(bars.size(), 3);
+    }
+
+    void toolKeysChooseTools()
+    {
+        m_window->OpenImage(Picture(), "One");
+
+        QTest::keyClick(m_window->GetView(), Qt::Key_H);
+        QCOMPARE(m_window->GetTool()->GetName(), QString("Hand"));
+        QVERIFY(!m_window->GetBrushTool()->IsActive());
+        QTest::keyClick(m_window->GetView(), Qt::Key_5);
+        QCOMPARE(m_window->GetBrushTool()->GetBrushBar()->GetOpacity(), 100);
+        QTest::keyClick(m_window->GetView(), Qt::Key_B);
+        QTest::keyClick(m_window->GetView(), Qt::Key_5);
+        QCOMPARE(m_window->GetBrushTool()->GetBrushBar()->GetOpacity(), 50);
+    }
+
+    void allKeysOfTheBarWorkInTheWindow_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("mode");
+        const char keys[] = "NMSOEXGKFHDB";
+        for (int i = 0; keys[i]; ++i)
+            QTest::addRow("Alt+Shift+%c", keys[i]) << int(keys[i]) << i;
+    }
+    void allKeysOfTheBarWorkInTheWindow()
+    {
+        QFETCH(int, key);
+        QFETCH(int, mode);
+        m_window->OpenImage(Picture(), "One");
+        NVBrushToolbar* bar = m_window->GetBrushTool()->GetBrushBar();
+        bar->SetBlendMode(12);
+
+        QTest::keyClick(m_window->GetView(), Qt::Key(key), Qt::AltModifier | Qt::ShiftModifier);
+
+        QCOMPARE(bar->GetBlendMode(), mode);
+        QVERIFY(!QApplication::activePopupWidget());
+        QCOMPARE(NVApplication::GetForeground(), QColor(Qt::black));
+    }
+
+    void aDigitGoesIntoTheFocusedBox()
+    {
+        m_window->OpenImage(Picture(), "One");
+        NVBrushToolbar* bar = m_window->GetBrushTool()->GetBrushBar();
+        auto* box = bar->findChild<QSpinBox*>("m_pSizeSpn");
+        QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(15, box->height() / 2));
+        QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+
+        QTest::keyClicks(box, "37");
+        QTest::keyClick(box, Qt::Key_Return);
+
+        QCOMPARE(bar->GetSize(), 37);
+        QCOMPARE(bar->GetOpacity(), 100);
+        QVERIFY(m_window->GetView()->hasFocus());
+    }
+
+    void swapAndDefaultColoursHaveKeys()
+    {
+        m_window->OpenImage(Picture(), "One");
+        NVApplication::GetInstance()->SetForeground(Qt::red);
+
+        QTest::keyClick(m_window->GetView(), Qt::Key_X);
+        QCOMPARE(NVApplication::GetForeground(), QColor(Qt::white));
+        QCOMPARE(NVApplication::GetBackground(), QColor(Qt::red));
+        QTest::keyClick(m_window->GetView(), Qt::Key_D);
+        QCOMPARE(NVApplication::GetForeground(), QColor(Qt::black));
+        QCOMPARE(NVApplication::GetBackground(), QColor(Qt::white));
+    }
+
+    void zoomActionsAndStatusAgree()
+    {
+        m_window->OpenImage(Picture(), "One");
+
+        action("Original Size")->trigger();
+        QVERIFY(labelTexts().contains("100 %"));
+        action("Zoom In")->trigger();
+        QVERIFY(labelTexts().contains("141 %"));
+        action("Zoom Out")->trigger();
+        QVERIFY(labelTexts().contains("100 %"));
+    }
+
+    void thePointerIsFollowedInTheStatusBar()
+    {
+        m_window->OpenImage(Picture(), "One");
+        QWidget* canvas = m_window->GetView()->viewport();
+        const QPoint place = m_window->GetView()->MapFromDocument(QPointF(42.5, 17.5)).toPoint();
+        QMouseEvent move(QEvent::MouseMove, place, canvas->mapToGlobal(place), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
+
+        QCoreApplication::sendEvent(canvas, &move);
+        QVERIFY(labelTexts().contains("42, 17"));
+
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(canvas, &leave);
+        QVERIFY(!labelTexts().contains("42, 17"));
+    }
+
+    void theOptionBarCanBeSwitchedOffAndStaysSo()
+    {
+        action("Option Bar")->trigger();
+        QVERIFY(!m_window->findChild<OptionArea*>()->isVisible());
+        QVERIFY(m_window->close());
+
+        make();
+
+        QVERIFY(!m_window->findChild<OptionArea*>()->isVisible());
+    }
+
+    void theWindowComesBackWhereItWas()
+    {
+        m_window->resize(640, 480);
+        QVERIFY(m_window->close());
+
+        make();
+
+        QCOMPARE(m_window->size(), QSize(640, 480));
+    }
+
+    void noTwoActionsShareAKey()
+    {
+        m_window->OpenImage(Picture(), "One");
+        QStringList keys;
+        for (const QAction* each : m_window->findChildren<QAction*>())
+        {
+            for (const QKeySequence& key : each->shortcuts())
+            {
+                QVERIFY2(!keys.contains(key.toString()), qPrintable(key.toString()));
+                keys += key.toString();
+            }
+        }
+        QVERIFY(keys.size() > 12);
+    }
+
+    void everyButtonOfTheToolBoxHasANameAndAPicture()
+    {
+        for (const QToolButton* button : m_window->findChild<ToolBox*>()->findChildren<QToolButton*>())
+        {
+            if (button->objectName() == "qt_toolbar_ext_button")
+                continue;
+            QVERIFY(!button->toolTip().isEmpty());
+            QVERIFY2(!button->icon().isNull(), qPrintable(button->toolTip()));
+        }
+    }
+
+    void aboutIsTold()
+    {
+        QString text;
+        ModalDriver driver(
+            [&text](QWidget* box)
+            {
+                text = TextOf(box);
+                ModalDriver::PressKey(box, Qt::Key_Escape);
+            });
+
+        action("About Norvane")->trigger();
+
+        QVERIFY(driver.Finished());
+        QVERIFY(text.contains("Norvane"));
+    }
+
+private:
+    QString path(const QString& name) const { return m_folder->filePath(name); }
+
+    void make()
+    {
+        m_window.reset();
+        m_window = std::make_unique<MainWindow>(m_settings.get());
+        m_window->show();
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    }
+
+    QString write(const QString& name) { return Picture().save(path(name)) ? path(name) : QString(); }
+
+    void writeText(const QString& name)
+    {
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("A text.");
+    }
+
+    // By its text without accelerators.
+    QAction* action(const QString& text) const
+    {
+        for (QAction* each : m_window->findChildren<QAction*>())
+        {
+            QString plain = each->text();
+            if (each->data().type() != QVariant::String)
+                plain.remove('&');
+            if (plain == text || (plain.startsWith(text + ' ') && (text == "Undo" || text == "Redo")))
+                return each;
+        }
+        qFatal("no action %s", qPrintable(text));
+        return nullptr;
+    }
+
+    QStringList labelTexts() const
+    {
+        QStringList texts;
+        for (const QLabel* label : m_window->statusBar()->findChildren<QLabel*>())
+            texts += label->text();
+        return texts;
+    }
+
+    void stroke()
+    {
+        NVDocumentView* view = m_window->GetView();
+        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          view->MapFromDocument(QPointF(50, 50)).toPoint());
+        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                            view->MapFromDocument(QPointF(150, 50)).toPoint());
+        QTRY_VERIFY(!m_window->GetBrushTool()->IsStrokeRunning());
+    }
+
+    void change()
+    {
+        stroke();
+        QVERIFY(m_window->GetDocument()->IsModified());
+    }
+
+    void give(QWidget* box, const QString& answer)
+    {
+        if (answer == "save")
+            ModalDriver::Press(box, QDialogButtonBox::Save);
+        else if (answer == "discard")
+            ModalDriver::Press(box, QDialogButtonBox::Discard);
+        else if (answer == "cancel")
+            ModalDriver::Press(box, QDialogButtonBox::Cancel);
+        else if (answer == "escape")
+            ModalDriver::PressKey(box, Qt::Key_Escape);
+        else
+            ModalDriver::CloseWindow(box);
+    }
+
+    void drop(const QString& file)
+    {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(file)});
+        QDragEnterEvent enter(QPoint(50, 200), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_window.get(), &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent event(QPoint(50, 200), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_window.get(), &event);
+        QCoreApplication::processEvents();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<QSettings> m_settings;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+NV_TEST_MAIN(tst_MainWindow)
+#include "tst_MainWindow.moc"

@@ -1,0 +1,180 @@
+#include "Specimens.h"
+
+#include "KXBrushSettings.h"
+#include "KXCommonComboBox.h"
+#include "KXDialog.h"
+#include "KXDialogPanel.h"
+#include "KXDocumentInterface.h"
+#include "KXDocumentModel.h"
+#include "KXMdiArea.h"
+#include "KXMessageBox.h"
+#include "KXPanel.h"
+#include "KXPopupWindow.h"
+#include "NVBrushToolbar.h"
+#include "NVDocumentView.h"
+#include "NVSpinBox.h"
+#include "PatternSelectWidget.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QtTest>
+
+#include <algorithm>
+
+namespace
+{
+// Something to do in frames that are empty by themselves.
+void fill(QWidget* content)
+{
+    auto* layout = new QHBoxLayout(content);
+    auto* label = new QLabel("&Width:");
+    auto* edit = new QLineEdit;
+    label->setBuddy(edit);
+    layout->addWidget(label);
+    layout->addWidget(edit);
+    layout->addWidget(new QPushButton("Press"));
+    content->setWindowTitle("Content");
+}
+
+template <class Widget>
+void makeFrame(Specimen& specimen)
+{
+    auto* frame = new Widget;
+    fill(frame->Content());
+    specimen.Widget = frame;
+}
+
+void makePopup(Specimen& specimen)
+{
+    auto* popup = new KXPopupWindow;
+    fill(popup->GetContent());
+    specimen.Widget = popup;
+}
+
+void makeMessageBox(Specimen& specimen)
+{
+    auto* box = new KXMessageBox;
+    box->setWindowTitle("Question");
+    box->SetText("Save the changes?\nThey are lost else.");
+    box->SetIcon(KXMessageBox::Question);
+    box->AddButton(KXMessageBox::Save);
+    box->AddButton(KXMessageBox::Cancel);
+    box->SetDefaultButton(KXMessageBox::Save);
+    specimen.Widget = box;
+}
+
+void makeCombo(Specimen& specimen)
+{
+    auto* combo = new KXCommonComboBox;
+    combo->addItems({"Normal", "Multiply", "Screen"});
+    specimen.Widget = combo;
+}
+
+void makeView(Specimen& specimen)
+{
+    QImage image(64, 48, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::darkCyan);
+    const auto document = std::make_shared<KXDocumentInterface>(image);
+    const auto model = std::make_shared<KXDocumentModel>(document.get());
+    specimen.Widget = new NVDocumentView(model.get());
+    specimen.Context = {model, document};
+}
+
+void makeMdiArea(Specimen& specimen)
+{
+    auto* area = new KXMdiArea;
+    auto* edit = new QLineEdit;
+    edit->setAccessibleName("Notes");
+    area->addSubWindow(edit)->setWindowTitle("First");
+    area->addSubWindow(new QLabel("text"))->setWindowTitle("Second");
+    specimen.Widget = area;
+}
+
+template <class Widget>
+void makePlain(Specimen& specimen)
+{
+    specimen.Widget = new Widget(nullptr);
+}
+} // namespace
+
+bool Specimen::Show() const
+{
+    Widget->show();
+    return QTest::qWaitForWindowExposed(Widget);
+}
+
+void Specimen::OpenPopups() const
+{
+    const QList<QAbstractButton*> buttons = Widget->findChildren<QAbstractButton*>();
+    for (QAbstractButton* button : buttons)
+    {
+        if (button->isVisible() && button->isCheckable() && button->objectName().contains("Select"))
+        {
+            QTest::mouseClick(button, Qt::LeftButton);
+        }
+    }
+    const QList<QComboBox*> combos = Widget->findChildren<QComboBox*>();
+    for (QComboBox* combo : combos)
+    {
+        if (combo->isVisible())
+        {
+            combo->showPopup();
+            break; // a second list would close the first
+        }
+    }
+}
+
+std::unique_ptr<Specimen> Species::Create() const
+{
+    auto specimen = std::make_unique<Specimen>();
+    Make(*specimen);
+    return specimen;
+}
+
+const std::vector<Species>& AllSpecies()
+{
+    static const std::vector<Species> all = {
+        {"KXBrushSettings", makePlain<KXBrushSettings>, false, {}},
+        {"KXCommonComboBox", makeCombo, true, {}},
+        {"KXDialog", makeFrame<KXDialog>, false, {}},
+        {"KXDialogPanel", makeFrame<KXDialogPanel>, false, {}},
+        {"KXMdiArea", makeMdiArea, true, {}},
+        {"KXMessageBox", makeMessageBox, false, {}},
+        {"KXPanel", makeFrame<KXPanel>, false, {}},
+        {"KXPopupWindow", makePopup, true, {}},
+        {"KXWidget", makeFrame<KXWidget>, true, {}},
+        {"NVBrushToolbar", makePlain<NVBrushToolbar>, false, {}},
+        {"NVBrushToolbarWidget",
+         [](Specimen& specimen) { specimen.Widget = new NVBrushToolbarWidget(nullptr, true); },
+         true,
+         {}},
+        {"NVDocumentView", makeView, false, {}},
+        {"NVSpinBox", makePlain<NVSpinBox>, true, {}},
+        {"PatternSelectWidget", makePlain<PatternSelectWidget>, false, {}},
+    };
+    return all;
+}
+
+const Species& SpeciesOf(const char* name)
+{
+    const auto found =
+        std::find_if(AllSpecies().cbegin(), AllSpecies().cend(),
+                     [name](const Species& species) { return qstrcmp(species.Name, name) == 0; });
+    Q_ASSERT(found != AllSpecies().cend());
+    return *found;
+}
+
+void AddSpeciesRows()
+{
+    QTest::addColumn<QByteArray>("species");
+    for (const Species& species : AllSpecies())
+    {
+        QTest::newRow(species.Name) << QByteArray(species.Name);
+    }
+}
