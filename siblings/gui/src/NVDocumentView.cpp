@@ -114,6 +114,9 @@ NVDocumentView::NVDocumentView(KXDocumentModel* model, QWidget* parent)
     setFrameShape(QFrame::NoFrame);
     // The picture is the same in every language.
     setLayoutDirection(Qt::LeftToRight);
+    // There is always room to scroll to. Bars that come and go would change the room that they are shown for.
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setTransformationAnchor(NoAnchor);
     setResizeAnchor(NoAnchor);
     setViewportUpdateMode(MinimalViewportUpdate);
