@@ -261,7 +261,8 @@ QString OpenNameFilters()
 QString SaveNameFilters()
 {
     QStringList filters = {Text::tr("PNG picture (*.png)"), Text::tr("JPEG picture (*.jpg *.jpeg)")};
-    for (const QString& suffix : WritableSuffixes())
+    const QStringList suffixes = WritableSuffixes();
+    for (const QString& suffix : suffixes)
     {
         if (suffix != QLatin1String("png") && suffix != QLatin1String("jpg") &&
             suffix != QLatin1String("jpeg"))

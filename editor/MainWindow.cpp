@@ -109,7 +109,8 @@ MainWindow::~MainWindow()
     m_pTool->Deactivate();
     disconnect(m_pArea, nullptr, this, nullptr);
     m_pArea->viewport()->removeEventFilter(this);
-    for (DocumentWindow* window : GetDocumentWindows())
+    const QList<DocumentWindow*> windows = GetDocumentWindows();
+    for (DocumentWindow* window : windows)
         RemoveWindow(window);
     delete m_pArea;
 }
@@ -127,7 +128,8 @@ NVDocumentView* MainWindow::GetView() const
 QList<DocumentWindow*> MainWindow::GetDocumentWindows() const
 {
     QList<DocumentWindow*> windows;
-    for (QMdiSubWindow* window : m_pArea->subWindowList())
+    const QList<QMdiSubWindow*> all = m_pArea->subWindowList();
+    for (QMdiSubWindow* window : all)
         windows += qobject_cast<DocumentWindow*>(window);
     return windows;
 }
@@ -280,7 +282,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     m_pTool->Finish();
-    for (DocumentWindow* window : GetDocumentWindows())
+    const QList<DocumentWindow*> windows = GetDocumentWindows();
+    for (DocumentWindow* window : windows)
     {
         if (window->GetDocument()->IsModified() && !CloseDocument(window))
             return;
@@ -291,7 +294,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    for (const QUrl& url : event->mimeData()->urls())
+    const QList<QUrl> urls = event->mimeData()->urls();
+    for (const QUrl& url : urls)
     {
         if (url.isLocalFile() && !m_pTask->IsRunning())
             event->acceptProposedAction();
@@ -302,7 +306,8 @@ void MainWindow::dropEvent(QDropEvent* event)
 {
     event->acceptProposedAction();
     QStringList paths;
-    for (const QUrl& url : event->mimeData()->urls())
+    const QList<QUrl> urls = event->mimeData()->urls();
+    for (const QUrl& url : urls)
     {
         if (url.isLocalFile())
             paths += url.toLocalFile();
@@ -553,7 +558,8 @@ void MainWindow::OnThemeChanged(int theme)
     m_pToolBox->UpdateTheme();
     for (Tool* tool : qAsConst(m_Tools))
         tool->UpdateTheme();
-    for (QAction* action : m_pThemes->actions())
+    const QList<QAction*> themes = m_pThemes->actions();
+    for (QAction* action : themes)
         action->setChecked(action->data().toInt() == theme);
     QApplication::setWindowIcon(Theme::Icon(QStringLiteral("app-norvane")));
 }
@@ -708,7 +714,8 @@ void MainWindow::StoreWindow()
 DocumentWindow* MainWindow::WindowOf(const QString& path) const
 {
     const QString wanted = QFileInfo(path).canonicalFilePath();
-    for (DocumentWindow* window : GetDocumentWindows())
+    const QList<DocumentWindow*> windows = GetDocumentWindows();
+    for (DocumentWindow* window : windows)
     {
         const QString open = window->GetDocument()->GetPath();
         if (!wanted.isEmpty() && !open.isEmpty() && QFileInfo(open).canonicalFilePath() == wanted)

@@ -14,7 +14,7 @@ ToolBox::ToolBox(const QList<Tool*>& tools, QWidget* parent)
     setMovable(false);
     setOrientation(Qt::Vertical);
     setIconSize(QSize(24, 24));
-    for (const Tool* tool : m_Tools)
+    for (const Tool* tool : qAsConst(m_Tools))
     {
         QAction* action = addAction(tool->GetName());
         action->setCheckable(true);

@@ -584,7 +584,8 @@ void Tour::CloseUnsaved()
              m_robot.WhenModal(
                  [this](QWidget* dialog)
                  {
-                     for (QPushButton* button : dialog->findChildren<QPushButton*>())
+                     const QList<QPushButton*> buttons = dialog->findChildren<QPushButton*>();
+                     for (QPushButton* button : buttons)
                      {
                          if (button->text().remove(QLatin1Char('&')) == QLatin1String("Don't Save"))
                              m_robot.Click(button);
@@ -674,7 +675,8 @@ void Tour::DropAndReadMessage(const QString& path, const QString& expected)
         [this, &path, &expected](QWidget* box)
         {
             QString text;
-            for (const QLabel* label : box->findChildren<QLabel*>())
+            const QList<QLabel*> labels = box->findChildren<QLabel*>();
+            for (const QLabel* label : labels)
                 text += label->text();
             Check(text.contains(QFileInfo(path).fileName()),
                   QStringLiteral("the message does not name the file: %1").arg(text));

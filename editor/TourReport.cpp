@@ -15,7 +15,8 @@ namespace
 QList<QWidget*> WindowsOver(const QWidget* window)
 {
     QList<QWidget*> windows;
-    for (QWidget* top : QApplication::topLevelWidgets())
+    const QWidgetList all = QApplication::topLevelWidgets();
+    for (QWidget* top : all)
     {
         if (top != window && top->isVisible())
             windows += top;

@@ -156,7 +156,8 @@ std::shared_ptr<const StrokeStamp> MoveStamp(const StrokeStamp& stamp, int quart
 
 qint64 StrokeStamp::Bytes() const
 {
-    return qint64(rows.size() * sizeof(Row) + values.capacity() * sizeof(quint16));
+    const size_t bytes = rows.size() * sizeof(Row) + values.capacity() * sizeof(quint16);
+    return qint64(bytes);
 }
 
 StampCache::Placed StampCache::Get(const BrushTip& tip, double diameter, const QPointF& center)
@@ -169,7 +170,8 @@ StampCache::Placed StampCache::Get(const BrushTip& tip, double diameter, const Q
     const int quartersX = int(((x % steps) + steps) % steps);
     const int quartersY = int(((y % steps) + steps) % steps);
 
-    std::shared_ptr<const StrokeStamp>& stamp = family.stamps[size_t(quartersY * STEPS + quartersX)];
+    const int place = quartersY * STEPS + quartersX;
+    std::shared_ptr<const StrokeStamp>& stamp = family.stamps[size_t(place)];
     if (!stamp)
     {
         stamp = MoveStamp(*family.stamps[0], quartersX, quartersY);

@@ -156,8 +156,9 @@ qint64 StrokeTile::DirtyPixels() const
 
 qint64 StrokeTile::BufferBytes() const
 {
-    return qint64(sizeof(StrokeTile) + m_values.capacity() * sizeof(quint16) +
-                  m_rows.capacity() * sizeof(Row));
+    const size_t bytes =
+        sizeof(StrokeTile) + m_values.capacity() * sizeof(quint16) + m_rows.capacity() * sizeof(Row);
+    return qint64(bytes);
 }
 
 void StrokeTile::Add(const StampMark& mark)

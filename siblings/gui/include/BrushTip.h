@@ -7,7 +7,7 @@
 // The shape of a brush, free of its size: what a preset holds and what a stroke is stamped with.
 struct BrushTip
 {
-    enum Shape
+    enum Shape : int
     {
         Round,
         Square,

@@ -12,6 +12,7 @@ const double MaxDiameter = 10000.0;
 const int StarPoints = 5;
 const double StarWaist = 0.42;
 const int SprayDots = 190;
+const int RunLength = 32;
 
 // A tip made ready for drawing: everything in pixels, angles as sine and cosine.
 struct Stamp
@@ -171,6 +172,40 @@ void drawCircle(QImage& image, const Stamp& stamp)
     }
 }
 
+// How much the level may change from one pixel to its neighbour.
+double steepest(const Stamp& stamp)
+{
+    switch (stamp.shape)
+    {
+    case BrushTip::Diamond:
+    case BrushTip::Star:
+        return levelAt(stamp, 0.0, 0.0).slope;
+    default:
+        return stamp.flatness;
+    }
+}
+
+// A few pixels of a row, of which the first lies at the start. Most runs of a large tip lie so far from its
+// slope that their first pixel speaks for all.
+void drawRun(uchar* run, int length, const Stamp& stamp, const QPointF& start)
+{
+    const auto at = [&](int x)
+    {
+        const double dx = start.x() + x;
+        return levelAt(stamp, dx * stamp.cosine - start.y() * stamp.sine,
+                       dx * stamp.sine + start.y() * stamp.cosine);
+    };
+    const double reach = (length + 0.5) * steepest(stamp);
+    const double first = at(0).level;
+    if (first - reach >= stamp.radius)
+        std::memset(run, 0, size_t(length));
+    else if (first + reach <= qMin(stamp.hardness * stamp.radius, stamp.radius))
+        std::memset(run, 255, size_t(length));
+    else
+        for (int x = 0; x < length; ++x)
+            run[x] = coverage(stamp, at(x));
+}
+
 void drawShape(QImage& image, const Stamp& stamp)
 {
     const bool halfTurn = stamp.shape != BrushTip::Star;
@@ -180,13 +215,8 @@ void drawShape(QImage& image, const Stamp& stamp)
     {
         uchar* const row = image.scanLine(y);
         const double dy = y + 0.5 - centre;
-        for (int x = 0; x < stamp.side; ++x)
-        {
-            const double dx = x + 0.5 - centre;
-            row[x] = coverage(
-                stamp,
-                levelAt(stamp, dx * stamp.cosine - dy * stamp.sine, dx * stamp.sine + dy * stamp.cosine));
-        }
+        for (int x = 0; x < stamp.side; x += RunLength)
+            drawRun(row + x, qMin(RunLength, stamp.side - x), stamp, QPointF(x + 0.5 - centre, dy));
         if (!halfTurn)
             continue;
         uchar* const opposite = image.scanLine(stamp.side - 1 - y);

@@ -136,7 +136,7 @@ void KexaAppKeyHook::follow(const QWidget* widget)
 bool KexaAppKeyHook::eventFilter(QObject* object, QEvent* event)
 {
     // A widget that becomes a window by its flags alone keeps its parent, but has to be shown again.
-    if (event->type() == QEvent::ParentChange || event->type() == QEvent::Show)
+    if ((event->type() == QEvent::ParentChange || event->type() == QEvent::Show) && object->isWidgetType())
         follow(static_cast<QWidget*>(object));
     if (event->type() == QEvent::ShortcutOverride)
         noteOffered(object, static_cast<QKeyEvent*>(event));

@@ -9,6 +9,7 @@
 #include <QShowEvent>
 
 #include "DialogKeys_p.h"
+#include "ReturnActivation_p.h"
 #include "ScreenPlacement.h"
 
 namespace
@@ -194,11 +195,10 @@ void KXDialog::CentreOverParent()
 
 void KXDialog::GiveFocusBack()
 {
-    const QWidget* next =
-        m_pFocusBefore && m_pFocusBefore->isVisible() ? m_pFocusBefore.data() : parentWidget();
+    QWidget* next = m_pFocusBefore && m_pFocusBefore->isVisible() ? m_pFocusBefore.data() : parentWidget();
     m_pFocusBefore.clear();
     if (next && next->window()->isVisible())
     {
-        next->window()->activateWindow();
+        ReturnActivation(next->window());
     }
 }

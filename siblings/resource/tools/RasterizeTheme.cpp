@@ -100,7 +100,8 @@ int main(int argc, char** argv)
     for (const Theme& theme : Themes)
     {
         folder.mkpath(QLatin1String(theme.name));
-        for (const QByteArray& line : contents(QString::fromLocal8Bit(argv[1])).split('\n'))
+        const QList<QByteArray> lines = contents(QString::fromLocal8Bit(argv[1])).split('\n');
+        for (const QByteArray& line : lines)
         {
             if (!line.isEmpty())
                 writePictures(QString::fromLocal8Bit(line), theme, folder, collection);
