@@ -1,7 +1,19 @@
 #include "Brush_p.h"
 
+#include <QCoreApplication>
 #include <QPainter>
 #include <QPixmap>
+#include <cmath>
+
+namespace
+{
+
+double bounded(double value, double low, double high, double fallback)
+{
+    return std::isfinite(value) ? qBound(low, value, high) : fallback;
+}
+
+} // namespace
 
 QIcon& Brush::GetColoredIcon(const QColor& color)
 {
@@ -32,6 +44,24 @@ void Brush::SetTip(const BrushTip& tip)
 {
     m_tip = tip;
     m_icon = QIcon();
+}
+
+BrushTip BoundedBrushTip(const BrushTip& tip, const BrushTip& present)
+{
+    BrushTip result;
+    result.shape = tip.shape >= BrushTip::Round && tip.shape <= BrushTip::Spray ? tip.shape : present.shape;
+    result.hardness = bounded(tip.hardness, 0.0, 1.0, present.hardness);
+    result.roundness = bounded(tip.roundness, 0.05, 1.0, present.roundness);
+    result.angle = std::isfinite(tip.angle) ? std::remainder(tip.angle, 360.0) : present.angle;
+    return result;
+}
+
+QStringList BrushShapeNames()
+{
+    return {
+        QCoreApplication::translate("BrushTip", "Round"), QCoreApplication::translate("BrushTip", "Square"),
+        QCoreApplication::translate("BrushTip", "Diamond"), QCoreApplication::translate("BrushTip", "Star"),
+        QCoreApplication::translate("BrushTip", "Spray")};
 }
 
 QIcon BrushTipIcon(const BrushTip& tip, const QColor& color)

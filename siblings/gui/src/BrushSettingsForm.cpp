@@ -8,9 +8,8 @@
 #include <QLabel>
 #include <QLinearGradient>
 #include <QListView>
+#include <QPainter>
 #include <QPushButton>
-#include <QStyleOptionFrame>
-#include <QStylePainter>
 
 #include "BrushPresetView_p.h"
 #include "Brush_p.h"
@@ -24,8 +23,9 @@ const QSize PreviewSize(280, 76);
 
 } // namespace
 
-StrokePreview::StrokePreview(QWidget* parent) : QWidget(parent)
+StrokePreview::StrokePreview(QWidget* parent) : QFrame(parent)
 {
+    setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAccessibleName(tr("Stroke preview"));
 }
@@ -44,13 +44,13 @@ QSize StrokePreview::sizeHint() const
 
 void StrokePreview::paintEvent(QPaintEvent*)
 {
-    QStylePainter painter(this);
+    QPainter painter(this);
     painter.fillRect(rect(), palette().brush(QPalette::Base));
 
-    const double ratio = devicePixelRatioF();
+    const double ratio = TargetPixelRatio(painter);
     BrushStroke stroke = m_stroke;
-    stroke.diameter = qMin(stroke.diameter, height() * 0.62) * ratio;
-    const QImage mask = RenderBrushStroke(stroke, size() * ratio);
+    stroke.diameter = qMin(stroke.diameter, height() * 0.62);
+    const QImage& mask = m_picture.Get(stroke, size(), ratio);
     QBrush color = palette().brush(QPalette::Text);
     if (m_colored)
     {
@@ -61,13 +61,7 @@ void StrokePreview::paintEvent(QPaintEvent*)
         color = gradient;
     }
     DrawMask(painter, QPoint(0, 0), mask, ratio, color);
-
-    QStyleOptionFrame frame;
-    frame.initFrom(this);
-    frame.frameShape = QFrame::StyledPanel;
-    frame.lineWidth = 1;
-    frame.state |= QStyle::State_Sunken;
-    painter.drawPrimitive(QStyle::PE_Frame, frame);
+    drawFrame(&painter);
 }
 
 BrushSettingsForm::BrushSettingsForm(BrushPresetModel* presets, QWidget* parent) : QWidget(parent)
@@ -139,7 +133,7 @@ QWidget* BrushSettingsForm::makeValues()
     pSpacing = addValue(tr("S&pacing:"), tr("Spacing"), 1, 1000, percent, SliderBox::Growing);
     pOpacity = addValue(tr("&Opacity:"), tr("Opacity"), 0, 100, percent, SliderBox::Even);
     pShape = new KXCommonComboBox(side);
-    pShape->addItems({tr("Round"), tr("Square"), tr("Diamond"), tr("Star"), tr("Spray")});
+    pShape->addItems(BrushShapeNames());
     pShape->setAccessibleName(tr("Shape"));
     addRow(tr("S&hape:"), pShape, pShape);
     pHardness = addValue(tr("&Hardness:"), tr("Hardness"), 0, 100, percent, SliderBox::Even);

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QFrame>
 #include <QVector>
-#include <QWidget>
 
 #include "BrushStroke_p.h"
 #include "KXBrushSettings.h"
@@ -14,7 +14,7 @@ class KXCommonComboBox;
 class SliderBox;
 
 // A strip that shows how a stroke of the brush looks, no taller than itself.
-class StrokePreview : public QWidget
+class StrokePreview : public QFrame
 {
     Q_OBJECT
 
@@ -31,6 +31,7 @@ protected:
 
 private:
     BrushStroke m_stroke;
+    StrokePicture m_picture;
     bool m_colored = false;
 };
 

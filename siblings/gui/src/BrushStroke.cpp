@@ -1,6 +1,8 @@
 #include "BrushStroke_p.h"
 
 #include <QHash>
+#include <QPaintDevice>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QtMath>
 #include <cmath>
@@ -11,6 +13,8 @@ namespace
 const double SmallestStep = 0.75;
 // The part of the stroke over which an end becomes thin.
 const double Lead = 0.18;
+// The side of a picture is drawn with so many more pixels for a device-independent one than it will have.
+const double Surplus = 1.0;
 
 struct Place
 {
@@ -81,6 +85,14 @@ double strewn(int index, int axis)
 
 } // namespace
 
+bool BrushStroke::operator==(const BrushStroke& other) const
+{
+    return tip == other.tip && diameter == other.diameter && spacing == other.spacing &&
+        opacity == other.opacity && dynamicSize == other.dynamicSize &&
+        dynamicHardness == other.dynamicHardness && dynamicAngle == other.dynamicAngle &&
+        dynamicOpacity == other.dynamicOpacity && dynamicScatter == other.dynamicScatter;
+}
+
 QImage RenderBrushStroke(const BrushStroke& stroke, const QSize& size)
 {
     QImage mask(size, QImage::Format_Alpha8);
@@ -111,6 +123,27 @@ QImage RenderBrushStroke(const BrushStroke& stroke, const QSize& size)
             row[x] = uchar((row[x] * opacity) >> 8);
     }
     return mask;
+}
+
+const QImage& StrokePicture::Get(const BrushStroke& stroke, const QSize& size, double pixelRatio)
+{
+    if (m_size == size && m_pixelRatio == pixelRatio && m_stroke == stroke)
+        return m_mask;
+    m_size = size;
+    m_pixelRatio = pixelRatio;
+    m_stroke = stroke;
+
+    const double fineRatio = pixelRatio + Surplus;
+    BrushStroke fine = stroke;
+    fine.diameter *= fineRatio;
+    m_mask = RenderBrushStroke(fine, size * fineRatio);
+    m_mask = m_mask.scaled(size * pixelRatio, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return m_mask;
+}
+
+double TargetPixelRatio(const QPainter& painter)
+{
+    return painter.paintEngine()->paintDevice()->devicePixelRatioF();
 }
 
 void DrawMask(QPainter& painter, const QPoint& corner, const QImage& mask, double pixelRatio,

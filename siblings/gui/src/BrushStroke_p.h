@@ -22,11 +22,33 @@ struct BrushStroke
     bool dynamicAngle = false;
     bool dynamicOpacity = false;
     bool dynamicScatter = false;
+
+    bool operator==(const BrushStroke& other) const;
+    bool operator!=(const BrushStroke& other) const { return !(*this == other); }
 };
 
 // The coverage of a wave with thin ends from the left to the right of an Alpha8 image; everything in pixels
 // of the image.
 QImage RenderBrushStroke(const BrushStroke& stroke, const QSize& size);
+
+// Keeps the coverage of a stroke until another one, or another size, is asked for.
+class StrokePicture
+{
+public:
+    // The stroke and the size are device-independent, the image has that many pixels for one. It is drawn
+    // finer at first: stamps lie on whole pixels, and thin ends would be ragged.
+    const QImage& Get(const BrushStroke& stroke, const QSize& size, double pixelRatio);
+
+private:
+    BrushStroke m_stroke;
+    QSize m_size;
+    double m_pixelRatio = 0.0;
+    QImage m_mask;
+};
+
+// How many pixels a device-independent one has on what a widget is just being painted to: the screen, or a
+// picture of another density.
+double TargetPixelRatio(const QPainter& painter);
 
 // Paints the coverage of an image, which has that many pixels for a device-independent one, in a colour.
 void DrawMask(QPainter& painter, const QPoint& corner, const QImage& mask, double pixelRatio,

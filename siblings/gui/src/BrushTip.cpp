@@ -234,9 +234,11 @@ void drawDot(QImage& image, const QPointF& centre, double radius, double strengt
     for (int y = top; y <= bottom; ++y)
     {
         uchar* const row = image.scanLine(y);
+        const double dy = y + 0.5 - centre.y();
         for (int x = left; x <= right; ++x)
         {
-            const double distance = std::hypot(x + 0.5 - centre.x(), y + 0.5 - centre.y());
+            const double dx = x + 0.5 - centre.x();
+            const double distance = std::sqrt(dx * dx + dy * dy);
             const double cover = qBound(0.0, radius + 0.5 - distance, 1.0) * strength;
             row[x] = qMax(row[x], uchar(255.0 * cover + 0.5));
         }

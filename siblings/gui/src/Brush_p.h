@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QStringList>
 
 #include "IBrush.h"
 
@@ -24,6 +25,12 @@ private:
     QColor m_iconColor;
     QIcon m_icon;
 };
+
+// The nearest tip that can be set and shown; what is no number stays as it is at present.
+BrushTip BoundedBrushTip(const BrushTip& tip, const BrushTip& present);
+
+// In the order of BrushTip::Shape.
+QStringList BrushShapeNames();
 
 // The tip as an icon of 16 and 24 device-independent pixels, sharp at device pixel ratios from 1 to 3.
 QIcon BrushTipIcon(const BrushTip& tip, const QColor& color);

@@ -27,22 +27,6 @@ const int MaxSize = 2500;
 const int MaxSpacing = 1000;
 const int DynamicCount = 6;
 
-double bounded(double value, double low, double high, double fallback)
-{
-    return std::isfinite(value) ? qBound(low, value, high) : fallback;
-}
-
-// The nearest tip that the controls can show; what is no number stays as it was.
-BrushTip bounded(const BrushTip& tip, const BrushTip& present)
-{
-    BrushTip result;
-    result.shape = tip.shape >= BrushTip::Round && tip.shape <= BrushTip::Spray ? tip.shape : present.shape;
-    result.hardness = bounded(tip.hardness, 0.0, 1.0, present.hardness);
-    result.roundness = bounded(tip.roundness, 0.05, 1.0, present.roundness);
-    result.angle = std::isfinite(tip.angle) ? std::remainder(tip.angle, 360.0) : present.angle;
-    return result;
-}
-
 bool isDynamic(int property)
 {
     return property >= 0 && property < DynamicCount;
@@ -182,7 +166,7 @@ void KXBrushSettings::SetOpacity(int percent)
 
 void KXBrushSettings::SetTip(const BrushTip& tip)
 {
-    const BrushTip wanted = bounded(tip, d->brush.GetTip());
+    const BrushTip wanted = BoundedBrushTip(tip, d->brush.GetTip());
     if (wanted == d->brush.GetTip())
         return;
     d->brush.SetTip(wanted);

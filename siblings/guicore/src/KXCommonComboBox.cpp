@@ -24,15 +24,16 @@ void KXCommonComboBox::paintEvent(QPaintEvent* event)
     const QRect field =
         style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
     const int iconWidth = option.currentIcon.isNull() ? 0 : option.iconSize.width() + IconSpacing;
-    const int width = field.width() - iconWidth - 2 * TextMargin;
-    if (isEditable() || fontMetrics().horizontalAdvance(option.currentText) <= width)
+    // The styles draw up to the end of the field, and their size hint counts on that.
+    const int room = field.width() - iconWidth - TextMargin;
+    if (isEditable() || fontMetrics().horizontalAdvance(option.currentText) <= room)
     {
         QComboBox::paintEvent(event);
         return;
     }
     QStylePainter painter(this);
     painter.setPen(palette().color(QPalette::Text));
-    option.currentText = fontMetrics().elidedText(option.currentText, Qt::ElideRight, width);
+    option.currentText = fontMetrics().elidedText(option.currentText, Qt::ElideRight, room - TextMargin);
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
     painter.drawControl(QStyle::CE_ComboBoxLabel, option);
 }

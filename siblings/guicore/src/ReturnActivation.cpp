@@ -5,10 +5,21 @@
 #include <QWidget>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace
 {
 // Milliseconds that a window manager may take.
 const int SettlingTime = 500;
+
+QWindowList visibleWindows()
+{
+    QWindowList windows = QGuiApplication::allWindows();
+    windows.erase(std::remove_if(windows.begin(), windows.end(),
+                                 [](const QWindow* window) { return !window->isVisible(); }),
+                  windows.end());
+    return windows;
+}
 } // namespace
 
 void ReturnActivation(QWidget* window)
@@ -18,12 +29,13 @@ void ReturnActivation(QWidget* window)
     QTimer* watch = new QTimer(window);
     QObject::connect(watch, &QTimer::timeout, watch, &QObject::deleteLater);
     QObject::connect(qApp, &QGuiApplication::focusWindowChanged, watch,
-                     [window, watch](const QWindow* now)
+                     [window, watch, others = visibleWindows()](QWindow* now)
                      {
                          if (!now || now == window->windowHandle())
                              return;
                          qApp->disconnect(watch);
-                         if (window->isVisible() && QGuiApplication::mouseButtons() == Qt::NoButton &&
+                         if (others.contains(now) && window->isVisible() &&
+                             QGuiApplication::mouseButtons() == Qt::NoButton &&
                              !QApplication::activeModalWidget())
                              window->activateWindow();
                      });

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void indexOutOfRangeClearsTheBox();
     void tooLongEntryEndsInDots_data();
     void tooLongEntryEndsInDots();
+    void entryThatFitsIsDrawnInFull_data();
     void entryThatFitsIsDrawnInFull();
     void editableBoxIsDrawnAsUsual();
     void boxMayDieWithItsListOpen();
@@ -176,14 +177,32 @@ void tst_KXCommonComboBox::tooLongEntryEndsInDots()
     QVERIFY(one.Differs(ProbeImage(&plain)));
 }
 
+void tst_KXCommonComboBox::entryThatFitsIsDrawnInFull_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("pixels");
+    for (int pixels = 10; pixels <= 24; ++pixels)
+    {
+        for (const char* text : {"Highlights", "Lighten colors"})
+            QTest::addRow("%s, %d pixels", text, pixels) << text << pixels;
+    }
+}
+
 void tst_KXCommonComboBox::entryThatFitsIsDrawnInFull()
 {
+    QFETCH(QString, text);
+    QFETCH(int, pixels);
     KXCommonComboBox box;
     QComboBox plain;
-    box.addItem("Lighten colors");
-    plain.addItem("Lighten colors");
-    box.resize(box.sizeHint());
-    plain.resize(box.size());
+    QFont font = box.font();
+    font.setPixelSize(pixels);
+    for (QComboBox* each : {static_cast<QComboBox*>(&box), &plain})
+    {
+        each->setFont(font);
+        each->addItem(text);
+    }
+    plain.resize(plain.sizeHint());
+    box.resize(plain.size());
 
     const ProbeImage probe(&box);
 

@@ -99,6 +99,7 @@ private Q_SLOTS:
     void enterSparesButtonsOfOtherWindows();
     void focusReturnsToWhereItWas_data();
     void focusReturnsToWhereItWas();
+    void windowThatOpensAfterwardsKeepsTheActivation();
     void deadFocusWidgetIsForgotten();
     void nestedDialogGivesFocusBackToTheOuter();
     void firstControlOfTheDialogHasTheFocus();
@@ -568,6 +569,23 @@ void tst_KXDialog::focusReturnsToWhereItWas()
     dialog.Exec();
 
     QTRY_COMPARE(QApplication::focusWidget(), expected);
+}
+
+void tst_KXDialog::windowThatOpensAfterwardsKeepsTheActivation()
+{
+    Host host;
+    QVERIFY(host.Show());
+    QWidget tool(&host.window, Qt::Tool);
+    Question dialog(&host.window);
+    ModalDriver driver([](QWidget* window) { ModalDriver::Press(window, "OK"); });
+
+    dialog.Exec();
+    tool.show();
+    tool.activateWindow();
+
+    QTRY_VERIFY(tool.isActiveWindow());
+    QCoreApplication::processEvents();
+    QVERIFY(tool.isActiveWindow());
 }
 
 void tst_KXDialog::deadFocusWidgetIsForgotten()

@@ -111,12 +111,15 @@ void tst_KXResource::picturesOfAllToolsAreThere_data()
 
     for (const char* name : {"tool-bar-brush", "eraser", "tool-bar-stamp", "tool-bar-blurbrush",
                              "healing-brush_white", "tool-bar-dodge", "red-eyes-icon", "tool-bar-bucket",
+                             "linear_gradient", "circ_gradient", "rect_gradient", "angle_gradient",
                              "dialog-information", "dialog-warning", "dialog-error", "dialog-question"})
         QTest::newRow(name) << name << 32;
     for (const char* name :
-         {"tool-brush", "tool-hand", "tool-zoom", "document-new", "document-open", "document-save",
-          "document-save-as", "document-close", "edit-undo", "edit-redo", "zoom-in", "zoom-out", "zoom-fit",
-          "zoom-original", "swap-colors", "default-colors", "theme-light", "theme-dark", "theme-contrast"})
+         {"tool-brush",     "tool-hand",        "tool-zoom",      "document-new",   "document-open",
+          "document-save",  "document-save-as", "document-close", "edit-undo",      "edit-redo",
+          "zoom-in",        "zoom-out",         "zoom-fit",       "zoom-original",  "swap-colors",
+          "default-colors", "theme-light",      "theme-dark",     "theme-contrast", "commit_btn1",
+          "cancel_btn1"})
         QTest::newRow(name) << name << 24;
     QTest::newRow("app-norvane") << "app-norvane" << 64;
 }
