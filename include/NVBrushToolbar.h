@@ -47,12 +47,9 @@ private Q_SLOTS:
     void OnCurrentBrushChanged(IBrush* brush);
 
 private:
-    void SetPicture();
     void ConnectPatterns();
     void ConnectValues();
     void ConnectSettings();
-    void FollowSettings(const QEvent* event);
-    void FollowPatterns(const QEvent* event);
 
     Ui_BrushToolBar* m_pUi = nullptr;
     // A modal window that the settings popup opened is in front of it.

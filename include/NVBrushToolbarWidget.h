@@ -73,8 +73,6 @@ private Q_SLOTS:
     void OnOpacityShortcut();
 
 private:
-    bool IsModeKey(int shortcut, const QKeySequence& key) const;
-
     KXBrushSettings* m_pBrushes = nullptr;
     PatternSelectWidget* m_pPatterns = nullptr;
     std::array<KXShortcut*, 14> m_ModeShortcuts{};

@@ -1,6 +1,9 @@
 #include "BrushBarLinks_p.h"
 
-#include "KXBrushSettings.h"
+#include <QAbstractButton>
+
+#include "KXResource.h"
+#include "NVApplication.h"
 #include "NVBrushToolbarWidget.h"
 
 void LinkOpacity(NVBrushToolbarWidget* bar)
@@ -22,4 +25,12 @@ void LinkSpacing(NVBrushToolbarWidget* bar)
     KXBrushSettings* settings = bar->GetBrushes();
     QObject::connect(bar, &NVBrushToolbarWidget::SpacingChanged, settings, &KXBrushSettings::SetSpacing);
     QObject::connect(settings, &KXBrushSettings::SpacingChanged, bar, &NVBrushToolbarWidget::SetSpacing);
+}
+
+void ShowBrush(QAbstractButton* button, IBrush* brush)
+{
+    if (!brush)
+        return;
+    const bool dark = NVApplication::GetInstance()->GetTheme() == KXResource::DarkTheme;
+    button->setIcon(brush->GetColoredIcon(dark ? Qt::white : Qt::black));
 }

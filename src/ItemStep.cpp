@@ -17,3 +17,9 @@ void SelectPreviousItem(QComboBox* list)
     const int previous = list->currentIndex() - 1;
     list->setCurrentIndex(previous >= 0 ? previous : list->count() - 1);
 }
+
+void SelectItem(QComboBox* list, int index)
+{
+    if (list->isEnabled())
+        list->setCurrentIndex(index);
+}

@@ -1,16 +1,10 @@
 #include "NVBrushToolbar.h"
 
-#include <QEvent>
-
+#include "BarPicture_p.h"
 #include "BarPopup_p.h"
 #include "BrushBarLinks_p.h"
-#include "IBrush.h"
 #include "ItemStep_p.h"
-#include "KXBrushSettings.h"
-#include "KXResource.h"
 #include "NVApplication.h"
-#include "NVIconHelper.h"
-#include "NVStringHelper.h"
 #include "PatternSelectWidget.h"
 #include "ui_BrushToolBar.h"
 
@@ -18,7 +12,7 @@ NVBrushToolbar::NVBrushToolbar(QWidget* parent)
     : NVBrushToolbarWidget(parent, true), m_pUi(new Ui_BrushToolBar)
 {
     m_pUi->setupUi(this);
-    SetPicture();
+    SetBarPicture(m_pUi->m_pPictureLabelMain, QStringLiteral("theme:tool-bar-brush.png"));
     connect(m_pUi->m_pSelectBrushBtn, &QPushButton::toggled, this, &NVBrushToolbar::OnShowSettingsMenu);
     ConnectPatterns();
     ConnectValues();
@@ -63,16 +57,18 @@ void NVBrushToolbar::SetStyle(unsigned int index)
 
 bool NVBrushToolbar::eventFilter(QObject* object, QEvent* event)
 {
-    const auto* settings = qobject_cast<KXBrushSettings*>(object);
-    if (settings && settings == GetBrushes())
+    if (IsSettingsPopup(object, this))
     {
-        FollowSettings(event);
+        // This bar does not raise the popup, on purpose.
+        FollowSettingsPopup(GetBrushes(), m_pUi->m_pSelectBrushBtn, event, m_bPopupBlocked,
+                            AfterBlock::Leave);
         return false;
     }
     const auto* patterns = qobject_cast<PatternSelectWidget*>(object);
     if (patterns && patterns == GetPatterns())
     {
-        FollowPatterns(event);
+        // Blocked or not makes no difference here, on purpose: a modal window closes this popup.
+        FollowBarPopup(GetPatterns(), m_pUi->m_pSelectPatternBtn, event);
         return false;
     }
     return QObject::eventFilter(object, event);
@@ -105,31 +101,22 @@ void NVBrushToolbar::SetPreviousBlendMode()
 
 void NVBrushToolbar::SetBlendModeValue(int index)
 {
-    if (m_pUi->m_pBlendCombo->isEnabled())
-        m_pUi->m_pBlendCombo->setCurrentIndex(index);
+    SelectItem(m_pUi->m_pBlendCombo, index);
 }
 
 void NVBrushToolbar::OnShowSettingsMenu(bool checked)
 {
-    if (checked)
-        OpenBarPopup(GetBrushes(), m_pUi->m_pSelectBrushBtn, this);
-    else
-        CloseBarPopup(GetBrushes(), this);
+    ShowBarPopup(checked, GetBrushes(), m_pUi->m_pSelectBrushBtn, this);
 }
 
 void NVBrushToolbar::OnShowPatternsMenu(bool checked)
 {
-    if (checked)
-        OpenBarPopup(GetPatterns(), m_pUi->m_pSelectPatternBtn, this);
-    else
-        CloseBarPopup(GetPatterns(), this);
+    ShowBarPopup(checked, GetPatterns(), m_pUi->m_pSelectPatternBtn, this);
 }
 
 void NVBrushToolbar::OnPatternChanged(int index)
 {
-    QImage image;
-    if (GetPatterns()->GetItemImage(index, image))
-        m_pUi->m_pSelectPatternBtn->setIcon(NVIconHelper::DisabledIcon(QPixmap::fromImage(image)));
+    ShowPattern(m_pUi->m_pSelectPatternBtn, GetPatterns(), index);
 }
 
 void NVBrushToolbar::OnHidePatterns(int)
@@ -139,17 +126,7 @@ void NVBrushToolbar::OnHidePatterns(int)
 
 void NVBrushToolbar::OnCurrentBrushChanged(IBrush* brush)
 {
-    if (!brush)
-        return;
-    const bool dark = NVApplication::GetInstance()->GetTheme() == KXResource::DarkTheme;
-    m_pUi->m_pSelectBrushBtn->setIcon(brush->GetColoredIcon(dark ? Qt::white : Qt::black));
-}
-
-void NVBrushToolbar::SetPicture()
-{
-    // Set again, though the form names it: only here the density of the screen is known.
-    const QString name = NVStringHelper::DPIAdjustImageName(QStringLiteral("theme:tool-bar-brush.png"));
-    m_pUi->m_pPictureLabelMain->setPixmap(QPixmap(name));
+    ShowBrush(m_pUi->m_pSelectBrushBtn, brush);
 }
 
 void NVBrushToolbar::ConnectPatterns()
@@ -177,40 +154,5 @@ void NVBrushToolbar::ConnectSettings()
     LinkOpacity(this);
     LinkSize(this);
     LinkSpacing(this);
-    connect(GetBrushes(), &KXBrushSettings::CurrentBrushChanged, this,
-            &NVBrushToolbar::OnCurrentBrushChanged);
-    connect(GetBrushes(), &KXBrushSettings::BrushParameterChanged, this,
-            &NVBrushToolbar::OnCurrentBrushChanged);
-}
-
-void NVBrushToolbar::FollowSettings(const QEvent* event)
-{
-    switch (event->type())
-    {
-    case QEvent::Hide:
-        RaiseBarPopupButton(m_pUi->m_pSelectBrushBtn);
-        break;
-    case QEvent::WindowDeactivate:
-        if (!m_bPopupBlocked)
-            LeaveBarPopup(GetBrushes(), m_pUi->m_pSelectBrushBtn);
-        break;
-    case QEvent::WindowBlocked:
-        m_bPopupBlocked = true;
-        break;
-    case QEvent::WindowUnblocked:
-        // This bar does not raise the popup, on purpose.
-        m_bPopupBlocked = false;
-        break;
-    default:
-        break;
-    }
-}
-
-// Blocked or not makes no difference here, on purpose: a modal window closes this popup.
-void NVBrushToolbar::FollowPatterns(const QEvent* event)
-{
-    if (event->type() == QEvent::Hide)
-        RaiseBarPopupButton(m_pUi->m_pSelectPatternBtn);
-    else if (event->type() == QEvent::WindowDeactivate)
-        LeaveBarPopup(GetPatterns(), m_pUi->m_pSelectPatternBtn);
+    LinkBrush(this, &NVBrushToolbar::OnCurrentBrushChanged);
 }
