@@ -143,6 +143,81 @@ void BudgetOf12(benchmark::State& state)
     state.counters["calls"] = benchmark::Counter(double(calls), benchmark::Counter::kAvgIterations);
 }
 
+// A single stamp of 200 pixels with a blur, where four tiles meet, with all that belongs to it: source,
+// stroke, point and release.
+void BlurDab(benchmark::State& state)
+{
+    StrokeSettings settings = Settings(200.0, 0.0, 10.0, 0, 0);
+    QImage& picture = Picture();
+    double longest = 0.0;
+    for (auto _ : state)
+    {
+        const auto start = std::chrono::steady_clock::now();
+        settings.source = MakeBlurSource(double(state.range(0)) / 10.0);
+        BrushStroke stroke(settings);
+        stroke.AddPoint({QPointF(3072.0, 2048.0), 1.0});
+        benchmark::DoNotOptimize(stroke.Finish(picture));
+        const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
+        longest = std::max(longest, time.count());
+    }
+    state.counters["longest_ms"] = longest;
+}
+
+enum Paint
+{
+    Eraser,
+    Clone,
+    Dodge,
+    Blur
+};
+
+StrokeSettings SettingsFor(int paint, double hardness)
+{
+    StrokeSettings settings = Settings(2500.0, hardness, 10.0, 0, 0);
+    settings.erase = paint == Eraser;
+    if (paint == Clone)
+        settings.source = MakeCloneSource(QPoint(-100, 50));
+    else if (paint == Dodge)
+        settings.source = MakeDodgeSource(ToneRange::Midtones, 50.0);
+    else if (paint == Blur)
+        settings.source = MakeBlurSource(5.0);
+    return settings;
+}
+
+// The press of the button with a brush of 2500 that erases, or paints from a source.
+void FirstSpecialStamp(benchmark::State& state)
+{
+    QImage& picture = Picture();
+    for (auto _ : state)
+    {
+        BrushStroke stroke(SettingsFor(int(state.range(0)), double(state.range(1)) / 100.0));
+        stroke.AddPoint({QPointF(3000.0, 2000.0), 1.0});
+        benchmark::DoNotOptimize(stroke.Advance(picture, NO_HURRY));
+    }
+    picture = QImage();
+}
+
+// A course of 89 moves of 60 pixels, from the second point on.
+void SpecialMove(benchmark::State& state)
+{
+    QImage& picture = Picture();
+    BrushStroke stroke(SettingsFor(int(state.range(0)), double(state.range(1)) / 100.0));
+    int move = 0;
+    stroke.AddPoint({CourseAt(move++), 1.0});
+    stroke.Advance(picture, NO_HURRY);
+    double longest = 0.0;
+    for (auto _ : state)
+    {
+        const auto start = std::chrono::steady_clock::now();
+        stroke.AddPoint({CourseAt(move++), 1.0});
+        benchmark::DoNotOptimize(stroke.Advance(picture, NO_HURRY));
+        const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
+        longest = std::max(longest, time.count());
+    }
+    state.counters["longest_ms"] = longest;
+    picture = QImage();
+}
+
 const int NORMAL = 0;
 const int MULTIPLY = 1;
 const int SOFT_LIGHT = 8;
@@ -174,6 +249,31 @@ BENCHMARK(BudgetOf12)
 BENCHMARK(FirstStamp)
     ->ArgNames({"hardness", "blend", "fill"})
     ->ArgsProduct({{100, 0}, {NORMAL, MULTIPLY}, {COLOR, RANDOM}})
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime();
+BENCHMARK(BlurDab)
+    ->ArgName("sigma*10")
+    ->Arg(3)
+    ->Arg(20)
+    ->Arg(40)
+    ->Arg(50)
+    ->Arg(80)
+    ->Arg(200)
+    ->Arg(500)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime();
+BENCHMARK(FirstSpecialStamp)
+    ->ArgNames({"paint", "hardness"})
+    ->ArgsProduct({{Eraser, Clone, Dodge, Blur}, {100, 0}})
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime();
+BENCHMARK(SpecialMove)
+    ->ArgNames({"paint", "hardness"})
+    ->ArgsProduct({{Eraser, Clone, Dodge, Blur}, {100, 0}})
+    ->Iterations(89)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime()
     ->UseRealTime();

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstring>
+#include <iterator>
 
-#include <QtConcurrentMap>
-
+#include "ParallelWork.h"
 #include "StrokeInk.h"
 #include "StrokePath.h"
 #include "StrokeTile.h"
@@ -32,6 +33,8 @@ StrokeSettings Cleaned(StrokeSettings settings)
     settings.tip.hardness = Clean(settings.tip.hardness, 0.0, 1.0);
     settings.tip.roundness = Clean(settings.tip.roundness, 0.05, 1.0);
     settings.tip.angle = std::isfinite(settings.tip.angle) ? std::fmod(settings.tip.angle, 360.0) : 0.0;
+    if (settings.erase)
+        settings.source = StrokeSource();
     if (settings.blendMode < 0 || settings.blendMode > 12)
         settings.blendMode = 0;
     if (!settings.pattern.isNull())
@@ -39,6 +42,65 @@ StrokeSettings Cleaned(StrokeSettings settings)
     if (!settings.selection.isNull())
         settings.selection = settings.selection.convertToFormat(QImage::Format_Grayscale8);
     return settings;
+}
+
+using TileList = std::vector<std::unique_ptr<StrokeTile>>;
+
+// Reads each tile from what it keeps of the time before, and from the layer where it has not changed that
+// yet.
+class LayerBefore : public StrokeBackdrop
+{
+public:
+    LayerBefore(const QImage& layer, const TileList& tiles, int columns)
+        : m_layer(layer), m_tiles(tiles), m_columns(columns)
+    {
+    }
+
+    QRect Rect() const override { return m_layer.rect(); }
+    QImage Copy(const QRect& area) const override;
+
+private:
+    void copyPiece(int column, int row, QImage& copy, const QPoint& corner) const;
+
+    const QImage& m_layer;
+    const TileList& m_tiles;
+    int m_columns;
+};
+
+QImage LayerBefore::Copy(const QRect& area) const
+{
+    QImage copy(area.size(), QImage::Format_ARGB32_Premultiplied);
+    if (copy.isNull())
+        return copy;
+    const QRect inside = area & Rect();
+    if (inside != area)
+        copy.fill(0);
+    if (inside.isEmpty())
+        return copy;
+    const int side = StrokeTile::SIDE;
+    for (int row = inside.top() / side; row <= inside.bottom() / side; ++row)
+    {
+        for (int column = inside.left() / side; column <= inside.right() / side; ++column)
+            copyPiece(column, row, copy, area.topLeft());
+    }
+    return copy;
+}
+
+void LayerBefore::copyPiece(int column, int row, QImage& copy, const QPoint& corner) const
+{
+    const int side = StrokeTile::SIDE;
+    const StrokeTile* pTile = m_tiles[size_t(row) * size_t(m_columns) + size_t(column)].get();
+    const bool saved = pTile && !pTile->Before().isNull();
+    const QImage& picture = saved ? pTile->Before() : m_layer;
+    const QPoint origin = saved ? pTile->Rect().topLeft() : QPoint();
+    const QRect piece = QRect(column * side, row * side, side, side) & Rect() & QRect(corner, copy.size());
+    for (int y = piece.top(); y <= piece.bottom(); ++y)
+    {
+        const QRgb* from = reinterpret_cast<const QRgb*>(picture.constScanLine(y - origin.y()));
+        QRgb* to = reinterpret_cast<QRgb*>(copy.scanLine(y - corner.y()));
+        std::memcpy(to + piece.left() - corner.x(), from + piece.left() - origin.x(),
+                    size_t(piece.width()) * sizeof(QRgb));
+    }
 }
 
 class Clock
@@ -74,6 +136,8 @@ public:
     qint64 TakeLot();
     void AssignMark(size_t index, const QRect& area);
     void AddLot(qint64 pixels);
+    double BlendingTime() const;
+    void ReadSources(const QImage& layer);
     QRect BlendDirty(QImage& layer);
     StrokeTile& TileAt(int column, int row);
 
@@ -85,14 +149,16 @@ public:
 
     QSize size;
     int columns = 0;
-    std::vector<std::unique_ptr<StrokeTile>> tiles;
+    TileList tiles;
     std::vector<StampMark> lot;
     std::vector<TileWork> work;
     // Per tile, one more than its place in work; 0 for none.
     std::vector<size_t> workOfTile;
     std::vector<StrokeTile*> dirty;
 
+    // In nanoseconds, as measured so far: of a pixel, and of the source's answer for a tile.
     double blendCost = 3.0;
+    double sourceCost = 0.0;
     QRect touched;
     qint64 stamps = 0;
     bool ended = false;
@@ -127,10 +193,7 @@ QRect BrushStroke::Private::Work(QImage& layer, double budget)
         AddLot(TakeLot());
         if (budget < 0.0)
             continue;
-        qint64 pixels = 0;
-        for (const StrokeTile* pTile : dirty)
-            pixels += pTile->DirtyPixels();
-        const double blending = double(pixels) * blendCost;
+        const double blending = BlendingTime();
         if (clock.Nanoseconds() > std::max(budget - blending, blending / 2.0))
             break;
     }
@@ -198,13 +261,41 @@ void BrushStroke::Private::AddLot(qint64 pixels)
             item.pTile->Add(lot[index]);
     };
     if (pixels > WORTH_SHARING && work.size() > 1)
-        QtConcurrent::blockingMap(work, add);
+        ForEachParallel(work, add);
     else
         std::for_each(work.begin(), work.end(), add);
     for (const TileWork& item : work)
         dirty.push_back(item.pTile);
     std::sort(dirty.begin(), dirty.end());
     dirty.erase(std::unique(dirty.begin(), dirty.end()), dirty.end());
+}
+
+// What bringing the layer up to date will take.
+double BrushStroke::Private::BlendingTime() const
+{
+    double time = 0.0;
+    for (const StrokeTile* pTile : dirty)
+        time += double(pTile->DirtyPixels()) * blendCost + (pTile->NeedsSource() ? sourceCost : 0.0);
+    return time;
+}
+
+// Nobody writes to the layer meanwhile, and what was written before stands in the tiles: the sources see the
+// layer as it was before the stroke.
+void BrushStroke::Private::ReadSources(const QImage& layer)
+{
+    std::vector<StrokeTile*> asking;
+    std::copy_if(dirty.begin(), dirty.end(), std::back_inserter(asking),
+                 [](const StrokeTile* pTile) { return pTile->NeedsSource(); });
+    if (asking.empty())
+        return;
+    const Clock clock;
+    const LayerBefore before(layer, tiles, columns);
+    const auto read = [&before](StrokeTile* pTile) { pTile->ReadSource(before); };
+    if (asking.size() > 1)
+        ForEachParallel(asking, read);
+    else
+        read(asking.front());
+    sourceCost = clock.Nanoseconds() / double(asking.size());
 }
 
 QRect BrushStroke::Private::BlendDirty(QImage& layer)
@@ -221,12 +312,13 @@ QRect BrushStroke::Private::BlendDirty(QImage& layer)
         dirty.clear();
         return QRect();
     }
+    ReadSources(layer);
     const Clock clock;
     QRgb* corner = reinterpret_cast<QRgb*>(layer.bits());
     const qsizetype stride = layer.bytesPerLine() / qsizetype(sizeof(QRgb));
     const auto blend = [=](StrokeTile* pTile) { pTile->Blend(corner, stride); };
     if (pixels > WORTH_SHARING && dirty.size() > 1)
-        QtConcurrent::blockingMap(dirty, blend);
+        ForEachParallel(dirty, blend);
     else
         std::for_each(dirty.begin(), dirty.end(), blend);
     dirty.clear();
@@ -295,6 +387,20 @@ QRect BrushStroke::Finish(QImage& layer)
     d->ended = true;
     d->path.End();
     return d->Work(layer, -1.0);
+}
+
+QImage BrushStroke::Coverage() const
+{
+    if (d->ink.stampColors || d->over)
+        return QImage();
+    QImage coverage(d->touched.size(), QImage::Format_Grayscale8);
+    coverage.fill(0);
+    for (const auto& tile : d->tiles)
+    {
+        if (tile)
+            tile->WriteCoverage(coverage, d->touched.topLeft());
+    }
+    return coverage;
 }
 
 QVector<SavedTile> BrushStroke::TakeSavedTiles()

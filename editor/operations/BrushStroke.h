@@ -11,6 +11,7 @@
 
 #include "BrushTip.h"
 #include "ImageTiles.h"
+#include "StrokeSource.h"
 
 // What the pressure of the pen, or the course of the stroke, changes in each stamp.
 struct StrokeDynamics
@@ -68,6 +69,12 @@ struct StrokeSettings
     // Grayscale8, as large as the layer, 255 selected; null selects everything. Outside a smaller mask
     // nothing is.
     QImage selection;
+    // Takes away instead: the layer becomes more transparent by the coverage of the stroke. What it is
+    // painted with, and the blend mode, have no say then.
+    bool erase = false;
+    // What the stroke is painted with in place of colour and pattern, where it is not empty. An image that is
+    // not of the right size and format paints nothing in its area.
+    StrokeSource source;
 };
 
 struct StrokePoint
@@ -118,6 +125,11 @@ public:
     // Works off all that is left and ends the stroke. A stroke of a single point becomes one stamp here at
     // the latest.
     QRect Finish(QImage& layer);
+
+    // How much each pixel of TouchedRect is covered, Grayscale8: 255 fully. The opacity has no say, and of
+    // the selection only what it leaves out altogether, which counts as not covered. Null for a stroke whose
+    // stamps have colours of their own, before anything is touched, and after TakeSavedTiles.
+    QImage Coverage() const;
 
     // What the touched tiles held before the stroke, for ExchangeTiles. Meant for after Finish; the stroke is
     // over with it.

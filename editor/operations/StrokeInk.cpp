@@ -17,6 +17,8 @@ QRgb MixPixels(QRgb a, QRgb b, double t)
 
 bool HasStampColors(const StrokeSettings& settings)
 {
+    if (settings.erase || settings.source)
+        return false;
     switch (settings.fillMode)
     {
     case StrokeSettings::Gradient:
@@ -92,6 +94,11 @@ StrokeInk MakeStrokeInk(const StrokeSettings& settings)
     ink.blendMode = settings.blendMode;
     ink.opacity = quint16(std::lround(settings.opacity * 655.35));
     ink.selection = settings.selection;
+    ink.erase = settings.erase;
+    ink.source = settings.source;
+    ink.sourceReplaces = settings.source.target<ReplacingSource>() != nullptr;
+    if (ink.erase || ink.source)
+        return ink;
     if (!HasPattern(settings) || settings.pattern.isNull())
     {
         // The alpha goes with the coverage: rounding the colour to few levels first would show in Color burn.

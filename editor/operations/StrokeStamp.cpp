@@ -4,8 +4,10 @@
 #include <cmath>
 
 #include <QImage>
-#include <QtConcurrentMap>
+
 #include <opencv2/imgproc.hpp>
+
+#include "ParallelWork.h"
 
 namespace
 {
@@ -29,13 +31,13 @@ cv::Mat Blurred(const cv::Mat& mat, int kernel)
     std::vector<cv::Range> bands;
     for (int y = 0; y < mat.rows; y += bandRows)
         bands.emplace_back(y, std::min(mat.rows, y + bandRows));
-    QtConcurrent::blockingMap(bands,
-                              [&](const cv::Range& band)
-                              {
-                                  cv::Mat result = blurred.rowRange(band);
-                                  cv::blur(mat.rowRange(band), result, cv::Size(kernel, kernel),
-                                           cv::Point(-1, -1), cv::BORDER_CONSTANT);
-                              });
+    ForEachParallel(bands,
+                    [&](const cv::Range& band)
+                    {
+                        cv::Mat result = blurred.rowRange(band);
+                        cv::blur(mat.rowRange(band), result, cv::Size(kernel, kernel), cv::Point(-1, -1),
+                                 cv::BORDER_CONSTANT);
+                    });
     return blurred;
 }
 

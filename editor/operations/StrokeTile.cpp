@@ -79,18 +79,42 @@ void MultiplyBytes(uchar* bytes, const uchar* factors, int count)
         bytes[i] = TimesByte(bytes[i], factors[i]);
 }
 
-// Multiplies premultiplied pixels with one byte each.
-void FadePixels(QRgb* pixels, const uchar* alpha, int count)
+using PixelRow = std::array<QRgb, StrokeTile::SIDE>;
+
+// The byte of each pixel four times in a row, beside the channels.
+void SpreadBytes(const uchar* bytes, int count, PixelRow& spread)
 {
-    std::array<QRgb, StrokeTile::SIDE> spread;
     for (int i = 0; i < count; ++i)
     {
-        QRgb value = alpha[i];
+        QRgb value = bytes[i];
         value |= value << 8;
         spread[size_t(i)] = value | value << 16;
     }
+}
+
+// Multiplies premultiplied pixels with one byte each.
+void FadePixels(QRgb* pixels, const uchar* alpha, int count)
+{
+    PixelRow spread;
+    SpreadBytes(alpha, count, spread);
     MultiplyBytes(reinterpret_cast<uchar*>(pixels), reinterpret_cast<const uchar*>(spread.data()),
                   count * CHANNELS);
+}
+
+// From one pixel to the other, by one byte each.
+void MixPixels(const QRgb* from, const QRgb* to, const uchar* alpha, int count, QRgb* result)
+{
+    PixelRow spread;
+    SpreadBytes(alpha, count, spread);
+    const uchar* parts = reinterpret_cast<const uchar*>(spread.data());
+    const uchar* fromBytes = reinterpret_cast<const uchar*>(from);
+    const uchar* toBytes = reinterpret_cast<const uchar*>(to);
+    uchar* bytes = reinterpret_cast<uchar*>(result);
+    for (int i = 0; i < count * CHANNELS; ++i)
+    {
+        const quint16 sum = quint16(fromBytes[i] * (255 - parts[i]) + toBytes[i] * parts[i] + 128);
+        bytes[i] = uchar(quint16(sum + (sum >> 8)) >> 8);
+    }
 }
 
 bool SelectsNothing(const QImage& selection, const QRect& rect)
@@ -158,7 +182,7 @@ qint64 StrokeTile::BufferBytes() const
 {
     const size_t bytes =
         sizeof(StrokeTile) + m_values.capacity() * sizeof(quint16) + m_rows.capacity() * sizeof(Row);
-    return qint64(bytes);
+    return qint64(bytes) + m_source.sizeInBytes();
 }
 
 void StrokeTile::Add(const StampMark& mark)
@@ -267,11 +291,22 @@ void StrokeTile::paint(int y, int left, int right, const quint16* values, const 
     m_rows[size_t(y)].Dirty(left, right);
 }
 
+bool StrokeTile::NeedsSource() const
+{
+    return m_ink.source && !m_sourceRead && DirtyPixels() > 0;
+}
+
+void StrokeTile::ReadSource(const StrokeBackdrop& backdrop)
+{
+    m_sourceRead = true;
+    const QImage pixels = m_ink.source(backdrop, m_rect);
+    if (pixels.size() == m_rect.size() && pixels.format() == QImage::Format_ARGB32_Premultiplied)
+        m_source = pixels;
+}
+
 void StrokeTile::Blend(QRgb* layer, qsizetype stride)
 {
     QRgb* corner = layer + m_rect.top() * stride + m_rect.left();
-    std::array<QRgb, SIDE> source;
-    std::array<uchar, SIDE> alpha;
     for (int y = 0; y < int(m_rows.size()); ++y)
     {
         Row& row = m_rows[size_t(y)];
@@ -280,14 +315,33 @@ void StrokeTile::Blend(QRgb* layer, qsizetype stride)
             continue;
         if (m_before.isNull())
             save(corner, stride);
-        fillSource(y, row.dirtyLeft, count, source.data());
-        if (fillAlpha(y, row.dirtyLeft, count, alpha.data()))
-            FadePixels(source.data(), alpha.data(), count);
-        const QRgb* before = reinterpret_cast<const QRgb*>(m_before.constScanLine(y)) + row.dirtyLeft;
-        BlendPixels(m_ink.blendMode, source.data(), before, corner + y * stride + row.dirtyLeft, count);
+        blendRow(y, row.dirtyLeft, count, corner + y * stride + row.dirtyLeft);
         row.dirtyLeft = row.dirtyRight = 0;
     }
     close();
+}
+
+void StrokeTile::blendRow(int y, int left, int count, QRgb* layer) const
+{
+    std::array<QRgb, SIDE> source;
+    std::array<uchar, SIDE> alpha;
+    const QRgb* before = reinterpret_cast<const QRgb*>(m_before.constScanLine(y)) + left;
+    const bool fades = fillAlpha(y, left, count, alpha.data());
+    if (m_ink.erase)
+    {
+        std::transform(alpha.begin(), alpha.begin() + count, alpha.begin(),
+                       [](uchar value) { return uchar(255 - value); });
+        std::copy_n(before, count, source.begin());
+        FadePixels(source.data(), alpha.data(), count);
+        std::copy_n(source.begin(), count, layer);
+        return;
+    }
+    fillSource(y, left, count, source.data());
+    if (m_ink.sourceReplaces && m_ink.blendMode == 0 && !m_source.isNull())
+        return MixPixels(before, source.data(), alpha.data(), count, layer);
+    if (fades)
+        FadePixels(source.data(), alpha.data(), count);
+    BlendPixels(m_ink.blendMode, source.data(), before, layer, count);
 }
 
 void StrokeTile::save(const QRgb* layer, qsizetype stride)
@@ -299,14 +353,18 @@ void StrokeTile::save(const QRgb* layer, qsizetype stride)
 
 void StrokeTile::fillSource(int y, int left, int count, QRgb* source) const
 {
-    if (!m_ink.stampColors)
-    {
-        if (m_ink.pattern.isNull())
-            std::fill_n(source, count, m_ink.color);
-        else
-            fillPattern(y, left, count, source);
-        return;
-    }
+    if (m_ink.stampColors)
+        fillStampColors(y, left, count, source);
+    else if (!m_source.isNull())
+        std::copy_n(reinterpret_cast<const QRgb*>(m_source.constScanLine(y)) + left, count, source);
+    else if (m_ink.pattern.isNull())
+        std::fill_n(source, count, m_ink.source ? 0 : m_ink.color);
+    else
+        fillPattern(y, left, count, source);
+}
+
+void StrokeTile::fillStampColors(int y, int left, int count, QRgb* source) const
+{
     const quint16* channels =
         m_values.data() + (size_t(y) * size_t(m_rect.width()) + size_t(left)) * CHANNELS;
     uchar* bytes = reinterpret_cast<uchar*>(source);
@@ -360,6 +418,44 @@ bool StrokeTile::fillAlpha(int y, int left, int count, uchar* alpha) const
     return true;
 }
 
+void StrokeTile::WriteCoverage(QImage& coverage, const QPoint& corner) const
+{
+    const QRect part = m_rect & QRect(corner, coverage.size());
+    if (part.isEmpty() || m_before.isNull())
+        return;
+    const int left = part.left() - m_rect.left();
+    for (int y = part.top() - m_rect.top(); y <= part.bottom() - m_rect.top(); ++y)
+    {
+        uchar* row = coverage.scanLine(m_rect.top() + y - corner.y()) + part.left() - corner.x();
+        if (m_closed)
+        {
+            std::fill_n(row, part.width(), uchar(255));
+        }
+        else
+        {
+            const quint16* values = m_values.data() + size_t(y) * size_t(m_rect.width()) + size_t(left);
+            std::transform(values, values + part.width(), row,
+                           [](quint16 value) { return ToByte(Times(value, FULL)); });
+        }
+        clearUnselected(y, left, part.width(), row);
+    }
+}
+
+void StrokeTile::clearUnselected(int y, int left, int count, uchar* coverage) const
+{
+    if (m_ink.selection.isNull())
+        return;
+    const QRect row = QRect(m_rect.left() + left, m_rect.top() + y, count, 1);
+    const int inside = std::max(0, (row & m_ink.selection.rect()).width());
+    if (inside > 0)
+    {
+        const uchar* selected = m_ink.selection.constScanLine(row.top()) + row.left();
+        std::transform(coverage, coverage + inside, selected, coverage,
+                       [](uchar value, uchar part) { return part == 0 ? uchar(0) : value; });
+    }
+    std::fill(coverage + inside, coverage + count, uchar(0));
+}
+
 // A tile that is covered all over stays as it is: it needs its coverage no more.
 void StrokeTile::close()
 {
@@ -370,6 +466,7 @@ void StrokeTile::close()
     if (!full)
         return;
     m_closed = true;
+    m_source = QImage();
     m_values = std::vector<quint16>();
     m_rows = std::vector<Row>();
 }

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QRect>
 
+#include "StrokeSource.h"
 #include "StrokeStamp.h"
 
 // One stamp on its way into the tiles.
@@ -32,6 +33,11 @@ struct StrokeInk
     quint16 opacity = 65535;
     // Grayscale8, null for no selection.
     QImage selection;
+    // Fades the layer; colour, pattern and blend mode have no say.
+    bool erase = false;
+    // Gives the colours in place of colour and pattern, if not empty.
+    StrokeSource source;
+    bool sourceReplaces = false;
 };
 
 // The stroke within one square of the layer: what the layer held before, and what the stamps have covered
@@ -54,7 +60,15 @@ public:
     qint64 DirtyPixels() const;
     qint64 BufferBytes() const;
 
+    // Whether the ink's source is to be read before the next Blend.
+    bool NeedsSource() const;
+    // From 0 to 255 for the pixels of an image whose upper left corner lies there in the layer. Leaves alone
+    // what no stamp has reached.
+    void WriteCoverage(QImage& coverage, const QPoint& corner) const;
+
     void Add(const StampMark& mark);
+    // Keeps what the ink's source gives for this tile. No tile may be blended meanwhile.
+    void ReadSource(const StrokeBackdrop& backdrop);
     // Brings the layer up to date. The pixels are those of the layer's upper left corner, its stride is in
     // pixels.
     void Blend(QRgb* layer, qsizetype stride);
@@ -79,14 +93,20 @@ private:
     void cover(int y, int left, int right, const quint16* values, quint16 strength);
     void paint(int y, int left, int right, const quint16* values, const StampMark& mark);
     void save(const QRgb* layer, qsizetype stride);
+    void blendRow(int y, int left, int count, QRgb* layer) const;
     void fillSource(int y, int left, int count, QRgb* source) const;
+    void fillStampColors(int y, int left, int count, QRgb* source) const;
     void fillPattern(int y, int left, int count, QRgb* pixels) const;
     bool fillAlpha(int y, int left, int count, uchar* alpha) const;
+    void clearUnselected(int y, int left, int count, uchar* coverage) const;
     void close();
 
     QRect m_rect;
     const StrokeInk& m_ink;
     QImage m_before;
+    // What the source gave; null where that cannot be used.
+    QImage m_source;
+    bool m_sourceRead = false;
     // One value a pixel, or blue, green, red and alpha with stamp colours. Empty until a stamp reaches the
     // tile.
     std::vector<quint16> m_values;

@@ -117,6 +117,12 @@ void AddFillModes()
     QTest::newRow("large and hard") << hard;
     StrokeSettings tiny = Settings(1, 1);
     QTest::newRow("tiny") << tiny;
+    StrokeSettings eraser = Settings(60, 12);
+    eraser.erase = true;
+    eraser.opacity = 70;
+    eraser.tip.hardness = 0.4;
+    eraser.dynamics = {true, true, true, true, true, true};
+    QTest::newRow("eraser, all dynamics") << eraser;
 }
 } // namespace
 
@@ -168,6 +174,15 @@ private Q_SLOTS:
     void anUnfitLayerIsLeftAlone();
     void afterFinishTheStrokeIsOver();
     void aCopyOfTheLayerKeepsItsPixels();
+    void erasingLeavesNothingUnderAHardStamp();
+    void erasingTakesAwayByOpacityAndSelection();
+    void erasingTwiceAtFullOpacityIsErasingOnce();
+    void whatIsPaintedWithHasNoSayInErasing();
+    void theCoverageIsWhatBlackOnWhiteShows_data();
+    void theCoverageIsWhatBlackOnWhiteShows();
+    void opacityHasNoSayInTheCoverage();
+    void whatIsNotSelectedIsNotCovered();
+    void theCoverageIsKnownWhileTheStrokeIs();
 };
 
 void tst_BrushStroke::aHardStampIsTheExactColorInside()
@@ -785,6 +800,202 @@ void tst_BrushStroke::aCopyOfTheLayerKeepsItsPixels()
     Paint(layer, Settings(50), {{QPointF(50, 50), 1}});
     QVERIFY(copy != layer);
     QCOMPARE(copy, Motley(QSize(100, 100)));
+}
+
+void tst_BrushStroke::erasingLeavesNothingUnderAHardStamp()
+{
+    const QImage before = Motley(QSize(300, 300));
+    QImage layer = before.copy();
+    StrokeSettings settings = Settings(50);
+    settings.erase = true;
+    Paint(layer, settings, {{QPointF(150, 150), 1.0}});
+    for (int y = 0; y < 300; ++y)
+    {
+        for (int x = 0; x < 300; ++x)
+        {
+            const double distance = std::hypot(x + 0.5 - 150, y + 0.5 - 150);
+            if (distance < 24.0)
+                QCOMPARE(At(layer, x, y), 0u);
+            else if (distance > 26.5)
+                QCOMPARE(At(layer, x, y), At(before, x, y));
+        }
+    }
+}
+
+void tst_BrushStroke::erasingTakesAwayByOpacityAndSelection()
+{
+    // 102 of 255 selected and 50 % leave four fifths, 50 % alone a half.
+    QImage layer = Filled(QSize(300, 2), qRgba(200, 100, 20, 240));
+    StrokeSettings settings = Settings(1000);
+    settings.erase = true;
+    settings.opacity = 50;
+    settings.selection = QImage(290, 2, QImage::Format_Grayscale8);
+    settings.selection.fill(255);
+    std::fill_n(settings.selection.scanLine(1), 290, uchar(102));
+
+    Paint(layer, settings, {{QPointF(150, 1), 1}});
+
+    for (int x = 0; x < 290; ++x)
+    {
+        QVERIFY(LargestDifference(At(layer, x, 0), qRgba(100, 50, 10, 120)) <= 1);
+        QVERIFY(LargestDifference(At(layer, x, 1), qRgba(160, 80, 16, 192)) <= 1);
+    }
+    QCOMPARE(At(layer, 290, 0), qRgba(200, 100, 20, 240));
+}
+
+void tst_BrushStroke::erasingTwiceAtFullOpacityIsErasingOnce()
+{
+    QImage layer = Motley(QSize(640, 400));
+    StrokeSettings settings = Settings(60);
+    settings.erase = true;
+    settings.selection = QImage(layer.size(), QImage::Format_Grayscale8);
+    settings.selection.fill(0);
+    // Within the stroke, away from its edge.
+    for (int y = 185; y < 216; ++y)
+        std::fill_n(settings.selection.scanLine(y) + 60, 500, uchar(255));
+    const Points points = {{QPointF(40, 200), 1}, {QPointF(600, 200), 1}};
+    Paint(layer, settings, points);
+    const QImage once = layer.copy();
+    QVERIFY(once != Motley(QSize(640, 400)));
+    Paint(layer, settings, points);
+    QCOMPARE(layer, once);
+    QCOMPARE(At(layer, 60, 185), 0u);
+}
+
+void tst_BrushStroke::whatIsPaintedWithHasNoSayInErasing()
+{
+    StrokeSettings settings = Settings(60);
+    settings.erase = true;
+    settings.opacity = 60;
+    QImage expected = Motley(QSize(640, 400));
+    Paint(expected, settings, Curly());
+    int calls = 0;
+    settings.source = [&calls](const StrokeBackdrop&, const QRect& area)
+    {
+        ++calls;
+        return Filled(area.size(), qRgb(1, 2, 3));
+    };
+    settings.dynamics.color = true;
+    settings.pattern = SmallPattern();
+    settings.foreground = QColor(1, 2, 3, 40);
+    for (int fill = 0; fill < 6; ++fill)
+    {
+        settings.fillMode = fill;
+        settings.blendMode = fill * 2 + 1;
+        QImage layer = Motley(QSize(640, 400));
+        Paint(layer, settings, Curly());
+        QCOMPARE(layer, expected);
+    }
+    QCOMPARE(calls, 0);
+}
+
+void tst_BrushStroke::theCoverageIsWhatBlackOnWhiteShows_data()
+{
+    QTest::addColumn<double>("size");
+    QTest::addColumn<double>("hardness");
+    QTest::newRow("soft") << 80.0 << 0.0;
+    QTest::newRow("hard") << 80.0 << 1.0;
+    QTest::newRow("tiny") << 1.0 << 1.0;
+    QTest::newRow("covering whole tiles") << 900.0 << 1.0;
+}
+
+void tst_BrushStroke::theCoverageIsWhatBlackOnWhiteShows()
+{
+    QFETCH(double, size);
+    QFETCH(double, hardness);
+    StrokeSettings settings = Settings(size);
+    settings.tip.hardness = hardness;
+    settings.dynamics.opacity = size < 100.0;
+    settings.foreground = Qt::black;
+    QImage layer = Filled(QSize(640, 400), qRgb(255, 255, 255));
+    BrushStroke stroke(settings);
+    for (const StrokePoint& point : Curly())
+        stroke.AddPoint(point);
+    stroke.Finish(layer);
+
+    const QImage coverage = stroke.Coverage();
+    const QRect touched = stroke.TouchedRect();
+    QCOMPARE(coverage.format(), QImage::Format_Grayscale8);
+    QCOMPARE(coverage.size(), touched.size());
+    for (int y = 0; y < 400; ++y)
+    {
+        for (int x = 0; x < 640; ++x)
+        {
+            const int covered =
+                touched.contains(x, y) ? coverage.constScanLine(y - touched.top())[x - touched.left()] : 0;
+            QCOMPARE(255 - qRed(At(layer, x, y)), covered);
+        }
+    }
+}
+
+void tst_BrushStroke::opacityHasNoSayInTheCoverage()
+{
+    QVector<QImage> coverages;
+    for (int way = 0; way < 4; ++way)
+    {
+        StrokeSettings settings = Settings(70);
+        settings.tip.hardness = 0.3;
+        settings.opacity = way == 0 ? 100 : 35;
+        settings.foreground.setAlpha(way == 1 ? 90 : 255);
+        settings.erase = way == 2;
+        if (way == 3)
+            settings.source = MakeCloneSource(QPoint(5, 5));
+        QImage layer = Motley(QSize(640, 400));
+        BrushStroke stroke(settings);
+        for (const StrokePoint& point : Curly())
+            stroke.AddPoint(point);
+        stroke.Finish(layer);
+        coverages.append(stroke.Coverage());
+    }
+    QVERIFY(!coverages[0].isNull());
+    for (const QImage& coverage : qAsConst(coverages))
+        QCOMPARE(coverage, coverages[0]);
+}
+
+void tst_BrushStroke::whatIsNotSelectedIsNotCovered()
+{
+    StrokeSettings settings = Settings(2000);
+    settings.selection = QImage(700, 10, QImage::Format_Grayscale8);
+    settings.selection.fill(0);
+    for (int x : {10, 20, 690})
+        settings.selection.scanLine(5)[x] = uchar(x == 20 ? 3 : 255);
+    QImage layer = Filled(QSize(700, 20), 0);
+    BrushStroke stroke(settings);
+    stroke.AddPoint({QPointF(350, 10), 1});
+    stroke.Finish(layer);
+    const QImage coverage = stroke.Coverage();
+    QCOMPARE(coverage.size(), stroke.TouchedRect().size());
+    const QPoint corner = stroke.TouchedRect().topLeft();
+    for (int y = 0; y < coverage.height(); ++y)
+    {
+        for (int x = 0; x < coverage.width(); ++x)
+        {
+            const int inLayer = x + corner.x();
+            const bool selected = y + corner.y() == 5 && (inLayer == 10 || inLayer == 20 || inLayer == 690);
+            QCOMPARE(int(coverage.constScanLine(y)[x]), selected ? 255 : 0);
+        }
+    }
+}
+
+void tst_BrushStroke::theCoverageIsKnownWhileTheStrokeIs()
+{
+    QImage layer = Filled(QSize(100, 100), 0);
+    BrushStroke stroke(Settings(10));
+    QVERIFY(stroke.Coverage().isNull());
+    stroke.AddPoint({QPointF(50, 50), 1});
+    QVERIFY(stroke.Coverage().isNull());
+    stroke.Advance(layer, 10);
+    QCOMPARE(stroke.Coverage().size(), stroke.TouchedRect().size());
+    stroke.TakeSavedTiles();
+    QVERIFY(stroke.Coverage().isNull());
+
+    StrokeSettings settings = Settings(10);
+    settings.fillMode = StrokeSettings::RandomColor;
+    BrushStroke colors(settings);
+    colors.AddPoint({QPointF(50, 50), 1});
+    colors.Finish(layer);
+    QVERIFY(!colors.TouchedRect().isEmpty());
+    QVERIFY(colors.Coverage().isNull());
 }
 
 NV_TEST_MAIN(tst_BrushStroke)
