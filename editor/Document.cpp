@@ -6,7 +6,7 @@
 
 #include "KXDocumentInterface.h"
 #include "KXDocumentModel.h"
-#include "TilesCommand.h"
+#include "UndoStep.h"
 
 const qint64 Document::UndoMemory = 512 * 1024 * 1024;
 const int Document::UndoSteps = 200;
@@ -85,7 +85,7 @@ qint64 Document::GetUndoBytes() const
     qint64 bytes = 0;
     for (int i = 0; i < m_pUndoStack->count(); ++i)
     {
-        if (const auto* step = dynamic_cast<const TilesCommand*>(m_pUndoStack->command(i)))
+        if (const auto* step = dynamic_cast<const UndoStep*>(m_pUndoStack->command(i)))
             bytes += step->GetMemoryBytes();
     }
     return bytes;
@@ -97,7 +97,7 @@ void Document::OnUndoIndexChanged()
     for (int i = 0; i < m_pUndoStack->count() && bytes > UndoMemory; ++i)
     {
         // The stack hands out its steps as constant, but they are this document's own.
-        auto* step = dynamic_cast<TilesCommand*>(const_cast<QUndoCommand*>(m_pUndoStack->command(i)));
+        auto* step = dynamic_cast<UndoStep*>(const_cast<QUndoCommand*>(m_pUndoStack->command(i)));
         if (!step)
             continue;
         bytes -= step->GetMemoryBytes();

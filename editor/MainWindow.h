@@ -6,11 +6,15 @@
 
 #include <memory>
 
+#include "Tool.h"
+
+class BrushDock;
 class BrushTool;
 class Document;
 class DocumentWindow;
 class FileTask;
 class KXMdiArea;
+class LayerMenu;
 class NVDocumentView;
 class OptionArea;
 class QActionGroup;
@@ -19,9 +23,7 @@ class QSettings;
 class QUndoGroup;
 class RecentFiles;
 class Theme;
-class Tool;
 class ToolBox;
-struct CanvasPoint;
 
 // The window of Norvane: menus, tool box, option bar, canvas area and status bar, and all that is done with
 // whole documents.
@@ -40,6 +42,11 @@ public:
     QList<DocumentWindow*> GetDocumentWindows() const;
     // Never null.
     Tool* GetTool() const;
+    // In the order of the tool box.
+    QList<Tool*> GetTools() const;
+    // The tool of this class; null without one.
+    template <class T>
+    T* FindTool() const;
     BrushTool* GetBrushTool() const;
     RecentFiles* GetRecentFiles() const;
 
@@ -77,6 +84,7 @@ private Q_SLOTS:
     void OnUndo();
     void OnRedo();
     void OnClearLayer();
+    void OnAboutToChange();
     void OnZoomIn();
     void OnZoomOut();
     void OnZoomOriginal();
@@ -99,9 +107,11 @@ private Q_SLOTS:
 
 private:
     void CreateTools();
+    void CreateDocks();
     void CreateStatusBar();
     void CreateFileMenu();
     void CreateEditMenu();
+    void CreateLayerMenu();
     void CreateViewMenu();
     void CreateThemeMenu(QMenu* view);
     void CreateOtherMenus();
@@ -129,6 +139,8 @@ private:
     OptionArea* m_pOptions;
     QToolBar* m_pOptionBar;
     ToolBox* m_pToolBox;
+    BrushDock* m_pBrushDock = nullptr;
+    LayerMenu* m_pLayerMenu = nullptr;
     QList<Tool*> m_Tools;
     BrushTool* m_pBrush = nullptr;
     Tool* m_pTool = nullptr;
@@ -144,4 +156,16 @@ private:
     QLabel* m_pZoomLabel = nullptr;
     QLabel* m_pSizeLabel = nullptr;
     QLabel* m_pPointLabel = nullptr;
+    QLabel* m_pLayerLabel = nullptr;
 };
+
+template <class T>
+T* MainWindow::FindTool() const
+{
+    for (Tool* tool : m_Tools)
+    {
+        if (T* found = qobject_cast<T*>(tool))
+            return found;
+    }
+    return nullptr;
+}

@@ -2,6 +2,7 @@
 
 #include <QScrollBar>
 #include <QStackedLayout>
+#include <QToolButton>
 #include <QWheelEvent>
 
 namespace
@@ -9,10 +10,15 @@ namespace
 
 // A bar's picture and a little air.
 const int AreaHeight = 46;
+const int ButtonWidth = 18;
 
 } // namespace
 
-OptionArea::OptionArea(QWidget* parent) : QScrollArea(parent), m_pStack(new QStackedLayout)
+OptionArea::OptionArea(QWidget* parent)
+    : QScrollArea(parent),
+      m_pStack(new QStackedLayout),
+      m_pBack(AddButton(Qt::LeftArrow, tr("Show the options further left"))),
+      m_pForward(AddButton(Qt::RightArrow, tr("Show the options further right")))
 {
     auto* content = new QWidget;
     content->setLayout(m_pStack);
@@ -28,6 +34,10 @@ OptionArea::OptionArea(QWidget* parent) : QScrollArea(parent), m_pStack(new QSta
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFixedHeight(AreaHeight);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(m_pBack, &QToolButton::clicked, this, &OptionArea::OnBack);
+    connect(m_pForward, &QToolButton::clicked, this, &OptionArea::OnForward);
+    connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, &OptionArea::OnScrolled);
+    connect(horizontalScrollBar(), &QScrollBar::rangeChanged, this, &OptionArea::OnScrolled);
 }
 
 void OptionArea::ShowBar(QWidget* bar)
@@ -47,9 +57,48 @@ QSize OptionArea::minimumSizeHint() const
     return QSize(40, AreaHeight);
 }
 
+void OptionArea::resizeEvent(QResizeEvent* event)
+{
+    QScrollArea::resizeEvent(event);
+    m_pBack->setGeometry(0, 0, ButtonWidth, height());
+    m_pForward->setGeometry(width() - ButtonWidth, 0, ButtonWidth, height());
+}
+
 void OptionArea::wheelEvent(QWheelEvent* event)
 {
-    const int way = event->angleDelta().y() + event->angleDelta().x();
-    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - way / 2);
+    ScrollBy(-(event->angleDelta().y() + event->angleDelta().x()) / 2);
     event->accept();
+}
+
+void OptionArea::OnBack()
+{
+    ScrollBy(-(width() - 4 * ButtonWidth));
+}
+
+void OptionArea::OnForward()
+{
+    ScrollBy(width() - 4 * ButtonWidth);
+}
+
+void OptionArea::OnScrolled()
+{
+    const QScrollBar* bar = horizontalScrollBar();
+    m_pBack->setVisible(bar->value() > bar->minimum());
+    m_pForward->setVisible(bar->value() < bar->maximum());
+}
+
+QToolButton* OptionArea::AddButton(Qt::ArrowType arrow, const QString& name)
+{
+    auto* button = new QToolButton(this);
+    button->setArrowType(arrow);
+    button->setToolTip(name);
+    button->setAccessibleName(name);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->hide();
+    return button;
+}
+
+void OptionArea::ScrollBy(int pixels)
+{
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + pixels);
 }

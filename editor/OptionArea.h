@@ -3,9 +3,11 @@
 #include <QScrollArea>
 
 class QStackedLayout;
+class QToolButton;
 
-// The strip under the menus that shows the option bar of the current tool. It is equally high for every tool;
-// a bar that is wider than the window is scrolled by the wheel and follows the keyboard focus.
+// The strip under the menus that shows the option bar of the current tool. It is equally high for every tool.
+// A bar that is wider than the window is scrolled by the wheel and by a button at each end that hides some of
+// it, and follows the keyboard focus.
 class OptionArea : public QScrollArea
 {
     Q_OBJECT
@@ -20,8 +22,19 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
+private Q_SLOTS:
+    void OnBack();
+    void OnForward();
+    void OnScrolled();
+
 private:
+    QToolButton* AddButton(Qt::ArrowType arrow, const QString& name);
+    void ScrollBy(int pixels);
+
     QStackedLayout* m_pStack;
+    QToolButton* m_pBack;
+    QToolButton* m_pForward;
 };

@@ -8,6 +8,8 @@
 
 #include <cmath>
 
+#include "PictureParts.h"
+
 namespace
 {
 
@@ -46,28 +48,6 @@ void DrawSky(QPainter& painter, const QSize& size)
     glow.setColorAt(0.1, QColor(255, 226, 160, 150));
     glow.setColorAt(1.0, QColor(255, 214, 150, 0));
     painter.fillRect(QRect(QPoint(), size), glow);
-}
-
-void DrawClouds(QPainter& painter, const QSize& size, QRandomGenerator& random)
-{
-    painter.setPen(Qt::NoPen);
-    for (int bank = 0; bank < 9; ++bank)
-    {
-        const double x = random.generateDouble() * size.width();
-        const double y = (0.06 + 0.26 * random.generateDouble()) * size.height();
-        const double reach = (0.05 + 0.09 * random.generateDouble()) * size.width();
-        for (int puff = 0; puff < 26; ++puff)
-        {
-            const double side = 2 * random.generateDouble() - 1;
-            const double radius = reach * (0.32 - 0.2 * std::abs(side)) * (0.5 + random.generateDouble());
-            const QPointF center(x + side * reach, y - radius * 0.18 * random.generateDouble());
-            QRadialGradient soft(center, radius);
-            soft.setColorAt(0.0, QColor(255, 250, 242, 46));
-            soft.setColorAt(1.0, QColor(255, 244, 232, 0));
-            painter.setBrush(soft);
-            painter.drawEllipse(center, radius, radius * 0.42);
-        }
-    }
 }
 
 void DrawRidge(QPainter& painter, const QSize& size, const Ridge& ridge)
@@ -110,26 +90,6 @@ void DrawTrees(QPainter& painter, const QSize& size, const Ridge& ridge, QRandom
     }
 }
 
-// A touch of grain, so that the picture has what a photograph has: no two neighbours alike.
-void AddGrain(QImage& image, QRandomGenerator& random)
-{
-    quint32 state = random.generate() | 1;
-    for (int y = 0; y < image.height(); ++y)
-    {
-        QRgb* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x)
-        {
-            state ^= state << 13;
-            state ^= state >> 17;
-            state ^= state << 5;
-            const int grain = int(state >> 28) + int((state >> 24) & 15) - 15;
-            line[x] =
-                qRgb(qBound(0, qRed(line[x]) + grain / 2, 255), qBound(0, qGreen(line[x]) + grain / 2, 255),
-                     qBound(0, qBlue(line[x]) + grain / 2, 255));
-        }
-    }
-}
-
 } // namespace
 
 QImage DrawSamplePicture(const QSize& size)
@@ -149,11 +109,11 @@ QImage DrawSamplePicture(const QSize& size)
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     DrawSky(painter, size);
-    DrawClouds(painter, size, random);
+    DrawCloudBanks(painter, size, 0.4, 9, random);
     for (const Ridge& ridge : ridges)
         DrawRidge(painter, size, ridge);
     DrawTrees(painter, size, ridges[3], random);
     painter.end();
-    AddGrain(image, random);
+    AddGrain(image, 7, random.generate());
     return image;
 }

@@ -1,13 +1,14 @@
 #include "Theme.h"
 
 #include <QApplication>
+#include <QPalette>
 #include <QPixmap>
 #include <QPixmapCache>
-#include <QStyleFactory>
 
 #include "KXResource.h"
 #include "NVApplication.h"
 #include "NVStringHelper.h"
+#include "ThemeStyle.h"
 
 namespace
 {
@@ -61,7 +62,7 @@ QBrush StrongOutlineGround(const QColor& color)
 
 Theme::Theme(QObject* parent) : QObject(parent)
 {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new ThemeStyle);
     connect(NVApplication::GetInstance(), &NVApplication::ThemeChanged, this, &Theme::OnThemeChanged);
     const int theme = NVApplication::GetInstance()->GetTheme();
     KXResource::UseTheme(theme);

@@ -1,10 +1,19 @@
 #include "ToolBox.h"
 
 #include <QActionGroup>
+#include <QGridLayout>
+#include <QToolButton>
 
 #include "ColorSwatches.h"
 #include "Theme.h"
 #include "Tool.h"
+
+namespace
+{
+
+const int Columns = 2;
+
+} // namespace
 
 ToolBox::ToolBox(const QList<Tool*>& tools, QWidget* parent)
     : QToolBar(parent), m_Tools(tools), m_pGroup(new QActionGroup(this)), m_pSwatches(new ColorSwatches(this))
@@ -13,19 +22,10 @@ ToolBox::ToolBox(const QList<Tool*>& tools, QWidget* parent)
     setWindowTitle(tr("Tools"));
     setMovable(false);
     setOrientation(Qt::Vertical);
-    setIconSize(QSize(24, 24));
     for (const Tool* tool : qAsConst(m_Tools))
-    {
-        QAction* action = addAction(tool->GetName());
-        action->setCheckable(true);
-        action->setShortcut(tool->GetKey());
-        action->setToolTip(
-            tr("%1 (%2)").arg(tool->GetName(), tool->GetKey().toString(QKeySequence::NativeText)));
-        m_pGroup->addAction(action);
-    }
+        AddAction(tool);
     m_pGroup->actions().constFirst()->setChecked(true);
-    addSeparator();
-    addWidget(m_pSwatches);
+    addWidget(CreateContent());
     connect(m_pGroup, &QActionGroup::triggered, this, &ToolBox::OnTriggered);
     UpdateTheme();
 }
@@ -52,4 +52,35 @@ void ToolBox::UpdateTheme()
 void ToolBox::OnTriggered(QAction* action)
 {
     Q_EMIT ToolChosen(m_Tools.at(m_pGroup->actions().indexOf(action)));
+}
+
+void ToolBox::AddAction(const Tool* tool)
+{
+    QAction* action = m_pGroup->addAction(tool->GetName());
+    action->setCheckable(true);
+    action->setShortcut(tool->GetKey());
+    action->setToolTip(tr("%1 (%2)").arg(tool->GetName(), tool->GetKey().toString(QKeySequence::NativeText)));
+}
+
+// The buttons in two columns, which is as wide as the colours are, and leaves room on a low screen.
+QWidget* ToolBox::CreateContent()
+{
+    auto* content = new QWidget(this);
+    auto* grid = new QGridLayout(content);
+    grid->setContentsMargins(2, 2, 2, 2);
+    grid->setSpacing(1);
+    const QList<QAction*> actions = m_pGroup->actions();
+    for (int i = 0; i < actions.size(); ++i)
+    {
+        auto* button = new QToolButton(content);
+        button->setDefaultAction(actions.at(i));
+        button->setIconSize(QSize(24, 24));
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::NoFocus);
+        grid->addWidget(button, i / Columns, i % Columns);
+    }
+    const int rows = grid->rowCount();
+    grid->setRowMinimumHeight(rows, 8);
+    grid->addWidget(m_pSwatches, rows + 1, 0, 1, Columns, Qt::AlignHCenter);
+    return content;
 }

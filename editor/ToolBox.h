@@ -8,7 +8,8 @@ class QAction;
 class QActionGroup;
 class Tool;
 
-// The bar at the left: one button a tool, and the two colours. It makes the tools' actions, with their keys.
+// The bar at the left: one button a tool, in two columns, and the two colours. It makes the tools' actions,
+// with their keys.
 class ToolBox : public QToolBar
 {
     Q_OBJECT
@@ -33,6 +34,9 @@ private Q_SLOTS:
     void OnTriggered(QAction* action);
 
 private:
+    void AddAction(const Tool* tool);
+    QWidget* CreateContent();
+
     QList<Tool*> m_Tools;
     QActionGroup* m_pGroup;
     ColorSwatches* m_pSwatches;

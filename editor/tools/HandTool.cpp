@@ -49,9 +49,9 @@ void HandTool::Finish()
     m_isDragging = false;
 }
 
-void HandTool::UpdateTheme()
+void HandTool::UpdateBarTheme(QWidget* bar)
 {
-    static_cast<ToolHintBar*>(GetBar())->UpdateTheme();
+    static_cast<ToolHintBar*>(bar)->UpdateTheme();
 }
 
 QWidget* HandTool::CreateBar()

@@ -15,10 +15,10 @@ public:
     QKeySequence GetKey() const override;
     bool Cancel() override;
     void Finish() override;
-    void UpdateTheme() override;
 
 protected:
     QWidget* CreateBar() override;
+    void UpdateBarTheme(QWidget* bar) override;
     void Equip(NVDocumentView* view) override;
     void Pressed(const CanvasPoint& point) override;
     void Moved(const CanvasPoint& point) override;

@@ -1,13 +1,19 @@
 #include "Tool.h"
 
-#include <QWidget>
+#include <QLabel>
+#include <QPixmap>
 
 #include "Document.h"
+#include "KXDocumentInterface.h"
+#include "KXShortcut.h"
+#include "NVStringHelper.h"
 
 Tool::Tool(QObject* parent) : QObject(parent) { }
 
 Tool::~Tool()
 {
+    if (m_isActive)
+        Detach();
     delete m_pBar;
 }
 
@@ -37,8 +43,11 @@ void Tool::Activate()
 {
     if (m_isActive)
         return;
+    // Made before the tool counts as the current one, which acts on its bar.
+    QWidget* bar = GetBar();
     m_isActive = true;
-    GetBar();
+    m_pEscape = new KXShortcut(bar, QKeySequence());
+    connect(m_pEscape, &KXShortcut::Activated, this, &Tool::OnEscapeKey);
     CreateShortcuts();
     Attach();
 }
@@ -49,7 +58,9 @@ void Tool::Deactivate()
         return;
     Finish();
     Detach();
+    StoreValues();
     ReleaseShortcuts();
+    delete m_pEscape;
     m_isActive = false;
 }
 
@@ -73,7 +84,18 @@ bool Tool::Cancel()
 
 void Tool::Finish() { }
 
-void Tool::UpdateTheme() { }
+void Tool::StoreValues() { }
+
+void Tool::UpdateTheme()
+{
+    if (m_pBar)
+        UpdateBarTheme(m_pBar);
+}
+
+void Tool::UpdateBarTheme(QWidget* bar)
+{
+    Q_UNUSED(bar)
+}
 
 void Tool::CreateShortcuts() { }
 
@@ -95,6 +117,29 @@ void Tool::Released(const CanvasPoint& point)
 }
 
 void Tool::PointerLeft() { }
+
+bool Tool::CanChangeLayer()
+{
+    const KXDocumentInterface* pixels = m_pDocument->GetPixels();
+    const KXDocumentInterface::Layer& layer = pixels->GetLayer(pixels->GetCurrentLayer());
+    if (layer.visible)
+        return true;
+    Q_EMIT Message(tr("The layer \"%1\" is hidden: show it to work on it.").arg(layer.name));
+    return false;
+}
+
+void Tool::SetBarPicture(QWidget* bar, const QString& label, const QString& picture)
+{
+    const QString name = QStringLiteral("theme:%1.png").arg(picture);
+    if (auto* shown = bar->findChild<QLabel*>(label))
+        shown->setPixmap(QPixmap(NVStringHelper::DPIAdjustImageName(name)));
+}
+
+void Tool::SetEscapeLive(bool live)
+{
+    if (m_pEscape)
+        m_pEscape->SetKey(live ? QKeySequence(Qt::Key_Escape) : QKeySequence());
+}
 
 void Tool::OnPressed(const CanvasPoint& point)
 {
@@ -122,6 +167,11 @@ void Tool::OnCancelled()
 void Tool::OnPointerLeft()
 {
     PointerLeft();
+}
+
+void Tool::OnEscapeKey()
+{
+    Cancel();
 }
 
 void Tool::Attach()

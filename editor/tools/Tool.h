@@ -8,6 +8,7 @@
 #include "NVDocumentView.h"
 
 class Document;
+class KXShortcut;
 class QWidget;
 
 // A tool of the tool box. It owns its option bar, which is made at the first use, and while it is the current
@@ -43,8 +44,10 @@ public:
     virtual bool Cancel();
     // Brings what is under way to its regular end at once.
     virtual void Finish();
-    // Loads again what depends on the theme.
-    virtual void UpdateTheme();
+    // Writes those of the bar's values that are not written yet.
+    virtual void StoreValues();
+    // Loads again what depends on the theme. A bar that is not made yet is made in the theme of then.
+    void UpdateTheme();
 
 Q_SIGNALS:
     // Something to say in the status bar.
@@ -52,6 +55,7 @@ Q_SIGNALS:
 
 protected:
     virtual QWidget* CreateBar() = 0;
+    virtual void UpdateBarTheme(QWidget* bar);
     // The keys go on, and off.
     virtual void CreateShortcuts();
     virtual void ReleaseShortcuts();
@@ -63,18 +67,28 @@ protected:
     virtual void Released(const CanvasPoint& point);
     virtual void PointerLeft();
 
+    // Whether the current layer may be changed; when it is hidden, a message says so.
+    bool CanChangeLayer();
+    // Shows the picture, named without "theme:" and suffix, on the label of a bar.
+    static void SetBarPicture(QWidget* bar, const QString& label, const QString& picture);
+    // Escape takes back what is under way as long as it is on.
+    void SetEscapeLive(bool live);
+
 private Q_SLOTS:
     void OnPressed(const CanvasPoint& point);
     void OnMoved(const CanvasPoint& point);
     void OnReleased(const CanvasPoint& point);
     void OnCancelled();
     void OnPointerLeft();
+    void OnEscapeKey();
 
 private:
     void Attach();
     void Detach();
 
     QPointer<QWidget> m_pBar;
+    // Lives while the tool is the current one, and has its key while something is under way.
+    QPointer<KXShortcut> m_pEscape;
     QPointer<NVDocumentView> m_pView;
     QPointer<Document> m_pDocument;
     bool m_isActive = false;

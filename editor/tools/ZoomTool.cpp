@@ -47,9 +47,9 @@ void ZoomTool::Finish()
     m_isPressed = false;
 }
 
-void ZoomTool::UpdateTheme()
+void ZoomTool::UpdateBarTheme(QWidget* bar)
 {
-    static_cast<ToolHintBar*>(GetBar())->UpdateTheme();
+    static_cast<ToolHintBar*>(bar)->UpdateTheme();
 }
 
 QWidget* ZoomTool::CreateBar()

@@ -3,34 +3,21 @@
 #include "BrushTool.h"
 
 #include <QLabel>
-#include <QMainWindow>
 #include <QPushButton>
-#include <QSettings>
 #include <QTabletEvent>
-#include <QTemporaryDir>
-#include <QUndoStack>
 
-#include "Document.h"
 #include "IBrush.h"
 #include "KXBrushSettings.h"
-#include "KXDocumentInterface.h"
 #include "NVApplication.h"
 #include "NVBrushToolbar.h"
-#include "NVDocumentView.h"
 #include "PatternSelectWidget.h"
 #include "ProbeImage.h"
 #include "SignalLog.h"
 #include "TestMain.h"
+#include "ToolHost.h"
 
 namespace
 {
-
-QImage White(const QSize& size = QSize(300, 200))
-{
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    return image;
-}
 
 bool AreNear(const QColor& one, const QColor& other, int tolerance)
 {
@@ -38,73 +25,17 @@ bool AreNear(const QColor& one, const QColor& other, int tolerance)
         qAbs(one.blue() - other.blue()) <= tolerance;
 }
 
-// A window with the bar and a canvas at 100 %, and the tool at work on it.
-struct Host
+struct Host : ToolHost<BrushTool>
 {
-    explicit Host(QSettings* settings)
-        : tool(std::make_unique<BrushTool>(settings, nullptr)),
-          document(std::make_unique<Document>(White(), QString(), "Picture")),
-          view(new NVDocumentView(document->GetModel()))
-    {
-        window.setCentralWidget(view);
-        window.setMenuWidget(tool->GetBar());
-        window.resize(700, 420);
-        window.show();
-        tool->SetCanvas(view, document.get());
-        tool->Activate();
-        view->Scale(1 / view->GetScale(), QPointF());
-        view->setFocus();
-        (void)QTest::qWaitForWindowActive(&window);
-    }
-    ~Host()
-    {
-        tool->SetCanvas(nullptr, nullptr);
-        tool->Deactivate();
-        window.takeCentralWidget();
-        delete view;
-    }
+    explicit Host(QSettings* settings) : ToolHost(settings) { }
 
-    QPoint at(double x, double y) const { return view->MapFromDocument(QPointF(x, y)).toPoint(); }
-    void mouse(QEvent::Type type, double x, double y, Qt::MouseButton button, Qt::MouseButtons buttons,
-               Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QMouseEvent event(type, at(x, y), view->viewport()->mapToGlobal(at(x, y)), button, buttons,
-                          modifiers);
-        QCoreApplication::sendEvent(view->viewport(), &event);
-    }
-    void press(double x, double y, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        mouse(QEvent::MouseButtonPress, x, y, Qt::LeftButton, Qt::LeftButton, modifiers);
-    }
-    void move(double x, double y, Qt::MouseButtons buttons = Qt::LeftButton)
-    {
-        mouse(QEvent::MouseMove, x, y, Qt::NoButton, buttons);
-    }
-    void release(double x, double y)
-    {
-        mouse(QEvent::MouseButtonRelease, x, y, Qt::LeftButton, Qt::NoButton);
-    }
-    void stroke()
-    {
-        press(50, 100);
-        for (int x = 60; x <= 250; x += 10)
-            move(x, 100);
-        release(250, 100);
-        QTRY_VERIFY(!tool->IsStrokeRunning());
-    }
     // A few pixels of the colour about (100, 100).
     void dot(const QColor& color) const
     {
         for (int i = 0; i < 9; ++i)
-            document->GetPixels()->EditLayer(0).setPixelColor(99 + i % 3, 99 + i / 3, color);
-        document->GetPixels()->NotifyChanged(QRect(99, 99, 3, 3));
+            pixels()->EditLayer(0).setPixelColor(99 + i % 3, 99 + i / 3, color);
+        pixels()->NotifyChanged(QRect(99, 99, 3, 3));
     }
-    QColor pixel(int x, int y) const { return document->GetPixels()->GetComposition().pixelColor(x, y); }
-
-    std::unique_ptr<BrushTool> tool;
-    std::unique_ptr<Document> document;
-    NVDocumentView* view;
-    QMainWindow window;
 };
 
 } // namespace
@@ -116,15 +47,14 @@ class tst_BrushTool : public QObject
 private Q_SLOTS:
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_settings = std::make_unique<QSettings>(m_folder->filePath("s.ini"), QSettings::IniFormat);
+        m_scratch = std::make_unique<ScratchSettings>();
         NVApplication::GetInstance()->SetForeground(Qt::black);
         NVApplication::GetInstance()->SetBackground(Qt::white);
     }
 
     void theFirstStartHasUsableValues()
     {
-        BrushTool tool(m_settings.get(), nullptr);
+        BrushTool tool(&m_scratch->settings, nullptr);
 
         QCOMPARE(tool.GetBrushBar()->GetSize(), 20);
         QCOMPARE(tool.GetBrushBar()->GetSpacing(), 10);
@@ -137,7 +67,7 @@ private Q_SLOTS:
     void valuesSurvive()
     {
         {
-            Host host(m_settings.get());
+            Host host(&m_scratch->settings);
             host.tool->GetBrushBar()->SetSize(77);
             host.tool->GetBrushBar()->SetSpacing(33);
             host.tool->GetBrushBar()->SetOpacity(44);
@@ -147,7 +77,7 @@ private Q_SLOTS:
         }
         NVApplication::GetInstance()->SetTexturePatternIndex(0);
 
-        BrushTool again(m_settings.get(), nullptr);
+        BrushTool again(&m_scratch->settings, nullptr);
 
         QCOMPARE(again.GetBrushBar()->GetSize(), 77);
         QCOMPARE(again.GetBrushBar()->GetSpacing(), 33);
@@ -167,7 +97,7 @@ private Q_SLOTS:
         tip.roundness = 0.25;
         tip.angle = 30;
         {
-            Host host(m_settings.get());
+            Host host(&m_scratch->settings);
             KXBrushSettings* brushes = host.tool->GetBrushBar()->GetBrushes();
             brushes->SetCurrentPreset(2);
             brushes->SetTip(tip);
@@ -175,29 +105,29 @@ private Q_SLOTS:
             Q_EMIT brushes->PresetsChanged();
         }
 
-        BrushTool again(m_settings.get(), nullptr);
+        BrushTool again(&m_scratch->settings, nullptr);
 
         const KXBrushSettings* brushes = again.GetBrushBar()->GetBrushes();
         QCOMPARE(brushes->GetCurrentPreset(), 2);
         QCOMPARE(brushes->GetCurrentBrush()->GetTip(), tip);
         QVERIFY(brushes->IsDynamic(KXBrushSettings::DynamicOpacity));
         QVERIFY(!brushes->IsDynamic(KXBrushSettings::DynamicSize));
-        QCOMPARE(m_settings->value("brush/presets").toByteArray(), brushes->SavePresets());
+        QCOMPARE(m_scratch->settings.value("brush/presets").toByteArray(), brushes->SavePresets());
     }
 
     void nonsenseInTheSettingsDoesNoHarm()
     {
-        m_settings->setValue("brush/size", "large");
-        m_settings->setValue("brush/opacity", 5000);
-        m_settings->setValue("brush/fillMode", -3);
-        m_settings->setValue("brush/blendMode", 99);
-        m_settings->setValue("brush/pattern", -1);
-        m_settings->setValue("brush/preset", 9999);
-        m_settings->setValue("brush/presets", QByteArray("no presets"));
-        m_settings->setValue("brush/tip", QVariantList({77, "x", -4}));
-        m_settings->setValue("brush/dynamics", "everything");
+        m_scratch->settings.setValue("brush/size", "large");
+        m_scratch->settings.setValue("brush/opacity", 5000);
+        m_scratch->settings.setValue("brush/fillMode", -3);
+        m_scratch->settings.setValue("brush/blendMode", 99);
+        m_scratch->settings.setValue("brush/pattern", -1);
+        m_scratch->settings.setValue("brush/preset", 9999);
+        m_scratch->settings.setValue("brush/presets", QByteArray("no presets"));
+        m_scratch->settings.setValue("brush/tip", QVariantList({77, "x", -4}));
+        m_scratch->settings.setValue("brush/dynamics", "everything");
 
-        BrushTool tool(m_settings.get(), nullptr);
+        BrushTool tool(&m_scratch->settings, nullptr);
 
         QCOMPARE(tool.GetBrushBar()->GetSize(), 1);
         QCOMPARE(tool.GetBrushBar()->GetOpacity(), 100);
@@ -207,7 +137,7 @@ private Q_SLOTS:
 
     void aStrokeIsPaintedAndIsOneUndoStep()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         SignalLog log(host.tool.get());
 
         host.stroke();
@@ -225,12 +155,12 @@ private Q_SLOTS:
 
     void undoAndRedoSwapThePixels()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.stroke();
         const QImage painted = host.document->GetPixels()->GetComposition().copy();
 
         host.document->GetUndoStack()->undo();
-        QCOMPARE(host.document->GetPixels()->GetComposition(), White());
+        QCOMPARE(host.document->GetPixels()->GetComposition(), PlainPicture());
         QVERIFY(!host.document->IsModified());
 
         host.document->GetUndoStack()->redo();
@@ -239,7 +169,7 @@ private Q_SLOTS:
 
     void aClickIsOneStamp()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
 
         host.press(100, 100);
         host.release(100, 100);
@@ -252,7 +182,7 @@ private Q_SLOTS:
 
     void aStrokeBesideThePictureIsNoStep()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
 
         host.press(-100, -60);
         host.move(-100, -40);
@@ -264,7 +194,7 @@ private Q_SLOTS:
 
     void theBarSaysWhatIsPainted()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         NVApplication::GetInstance()->SetForeground(QColor(200, 100, 0));
         host.tool->GetBrushBar()->SetSize(60);
         host.tool->GetBrushBar()->SetOpacity(50);
@@ -278,7 +208,7 @@ private Q_SLOTS:
 
     void theBlendModeOfTheKeyIsPainted()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         NVApplication::GetInstance()->SetForeground(QColor(255, 0, 0));
         host.stroke();
         NVApplication::GetInstance()->SetForeground(QColor(128, 128, 128));
@@ -299,7 +229,7 @@ private Q_SLOTS:
     void everyFillModePaints()
     {
         QFETCH(int, mode);
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         NVApplication::GetInstance()->SetForeground(QColor(255, 0, 0));
         NVApplication::GetInstance()->SetBackground(QColor(0, 0, 255));
         host.tool->GetBrushBar()->SetStyle(unsigned(mode));
@@ -315,7 +245,7 @@ private Q_SLOTS:
 
     void escapeTakesBackTheRunningStroke()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.press(50, 100);
         host.move(150, 100);
         QTRY_COMPARE(host.pixel(60, 100), QColor(Qt::black));
@@ -323,25 +253,25 @@ private Q_SLOTS:
         QTest::keyClick(host.view, Qt::Key_Escape);
 
         QVERIFY(!host.tool->IsStrokeRunning());
-        QCOMPARE(host.document->GetPixels()->GetComposition(), White());
+        QCOMPARE(host.document->GetPixels()->GetComposition(), PlainPicture());
         QCOMPARE(host.document->GetUndoStack()->count(), 0);
         host.move(200, 100);
         host.release(200, 100);
         QVERIFY(!host.tool->IsStrokeRunning());
-        QCOMPARE(host.document->GetPixels()->GetComposition(), White());
+        QCOMPARE(host.document->GetPixels()->GetComposition(), PlainPicture());
         QVERIFY(!host.document->GetPixels()->IsBeingEdited());
     }
 
     void cancelWithoutStrokeSaysSo()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
 
         QVERIFY(!host.tool->Cancel());
     }
 
     void finishEndsTheStrokeAtOnce()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.press(50, 100);
         host.move(250, 100);
 
@@ -356,7 +286,7 @@ private Q_SLOTS:
 
     void aNewPressEndsTheStrokeBefore()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.press(50, 50);
         host.move(250, 50);
         host.release(250, 50);
@@ -370,7 +300,7 @@ private Q_SLOTS:
 
     void anotherCanvasEndsTheStroke()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.press(50, 100);
         host.move(150, 100);
 
@@ -383,7 +313,7 @@ private Q_SLOTS:
 
     void theDocumentMayGoWhileAStrokeRuns()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.press(50, 100);
         host.move(150, 100);
 
@@ -397,7 +327,7 @@ private Q_SLOTS:
 
     void aHiddenLayerIsNotPaintedOn()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.document->GetPixels()->SetLayerVisible(0, false);
         SignalLog log(host.tool.get());
 
@@ -412,7 +342,7 @@ private Q_SLOTS:
 
     void theRightButtonDoesNotPaint()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
 
         host.mouse(QEvent::MouseButtonPress, 100, 100, Qt::RightButton, Qt::RightButton);
 
@@ -422,12 +352,8 @@ private Q_SLOTS:
 
     void onlyTheSelectionIsPainted()
     {
-        Host host(m_settings.get());
-        QImage mask(300, 200, QImage::Format_Grayscale8);
-        mask.fill(0);
-        for (int y = 0; y < 200; ++y)
-            memset(mask.scanLine(y), 255, 150);
-        QVERIFY(host.document->GetPixels()->SetSelectionMask(mask));
+        Host host(&m_scratch->settings);
+        host.select(QRect(0, 0, 150, 200));
 
         host.stroke();
 
@@ -437,7 +363,7 @@ private Q_SLOTS:
 
     void penPressureMakesTheStampLargerWhereItIsSwitchedOn()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.tool->GetBrushBar()->SetSize(60);
         host.tool->GetBrushBar()->GetBrushes()->SetDynamic(KXBrushSettings::DynamicSize, true);
         const auto pen = [&host](QEvent::Type type, double x, double pressure, Qt::MouseButtons buttons)
@@ -461,7 +387,7 @@ private Q_SLOTS:
 
     void altAndAClickPickTheForeground()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.dot(QColor(12, 34, 56));
 
         host.press(100.5, 100.5, Qt::AltModifier);
@@ -473,7 +399,7 @@ private Q_SLOTS:
 
     void theKeyIPicksUnderThePointer()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         SignalLog log(host.tool.get());
         QTest::keyClick(host.view, Qt::Key_I);
         QCOMPARE(log.Count("Message"), 1);
@@ -487,7 +413,7 @@ private Q_SLOTS:
 
     void aClearPixelAndAPlaceOutsideArePickedAsNothing()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.dot(Qt::transparent);
 
         host.press(100.5, 100.5, Qt::AltModifier);
@@ -500,7 +426,7 @@ private Q_SLOTS:
 
     void bracketsChangeTheSize()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
 
         QTest::keyClick(host.view, Qt::Key_BracketRight);
         QCOMPARE(host.tool->GetBrushBar()->GetSize(), 25);
@@ -509,22 +435,9 @@ private Q_SLOTS:
         QCOMPARE(host.tool->GetBrushBar()->GetSize(), 18);
     }
 
-    void sizeStepsReachEachEndAndComeBack()
-    {
-        QCOMPARE(PreviousBrushSize(1), 1);
-        QCOMPARE(NextBrushSize(2500), 2500);
-        for (int size = 1; size < 2500;)
-        {
-            const int next = NextBrushSize(size);
-            QVERIFY(next > size);
-            QVERIFY(PreviousBrushSize(next) < next);
-            size = next;
-        }
-    }
-
     void keysAreLiveOnlyWhileTheToolIsCurrent()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         QTest::keyClick(host.view, Qt::Key_5);
         QCOMPARE(host.tool->GetBrushBar()->GetOpacity(), 50);
 
@@ -543,7 +456,7 @@ private Q_SLOTS:
 
     void theOutlineIsAsLargeAsTheStamp()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.tool->GetBrushBar()->SetSize(80);
         host.move(150, 100, Qt::NoButton);
         QCoreApplication::processEvents();
@@ -560,7 +473,7 @@ private Q_SLOTS:
 
     void theOutlineGoesWithThePointer()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.tool->GetBrushBar()->SetSize(80);
         QCoreApplication::processEvents();
         const ProbeImage before(host.view->viewport());
@@ -574,21 +487,9 @@ private Q_SLOTS:
         QVERIFY(!ProbeImage(host.view->viewport()).Differs(before));
     }
 
-    void outlinesFollowTheTip()
-    {
-        BrushTip tip;
-        QCOMPARE(BrushOutline(tip, 10).boundingRect(), QRectF(-5, -5, 10, 10));
-        tip.roundness = 0.5;
-        QCOMPARE(BrushOutline(tip, 10).boundingRect(), QRectF(-5, -2.5, 10, 5));
-        tip.roundness = 1;
-        tip.shape = BrushTip::Square;
-        tip.angle = 45;
-        QVERIFY(qAbs(BrushOutline(tip, 10).boundingRect().width() - 14.14) < 0.01);
-    }
-
     void theThemeReachesPictureAndBrushButton()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         auto* label = host.tool->GetBar()->findChild<QLabel*>("m_pPictureLabelMain");
         auto* button = host.tool->GetBar()->findChild<QPushButton*>("m_pSelectBrushBtn");
         const QImage picture = label->pixmap(Qt::ReturnByValue).toImage();
@@ -604,7 +505,7 @@ private Q_SLOTS:
 
     void aPickedPatternBecomesTheCurrentOne()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
 
         Q_EMIT host.tool->GetBrushBar()->GetPatterns()->ItemSelected(4);
 
@@ -614,7 +515,7 @@ private Q_SLOTS:
 
     void manyPointsNeverHoldUpTheWindow()
     {
-        Host host(m_settings.get());
+        Host host(&m_scratch->settings);
         host.tool->GetBrushBar()->SetSize(2500);
         host.tool->GetBrushBar()->SetSpacing(1);
         SignalLog log(host.tool.get());
@@ -630,8 +531,7 @@ private Q_SLOTS:
     }
 
 private:
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<QSettings> m_settings;
+    std::unique_ptr<ScratchSettings> m_scratch;
 };
 
 NV_TEST_MAIN(tst_BrushTool)

@@ -24,19 +24,27 @@
 #include <QUndoStack>
 #include <QUrl>
 
+#include "BrushDock.h"
 #include "BrushTool.h"
+#include "BusyThreads.h"
 #include "Document.h"
 #include "DocumentFile.h"
 #include "DocumentWindow.h"
+#include "EraserTool.h"
+#include "FillTool.h"
+#include "HandTool.h"
+#include "KXBrushSettings.h"
 #include "KXDocumentInterface.h"
 #include "ModalDriver.h"
 #include "NVApplication.h"
 #include "NVBrushToolbar.h"
 #include "NVDocumentView.h"
+#include "NVEraserToolbar.h"
 #include "OptionArea.h"
 #include "RecentFiles.h"
 #include "SamplePicture.h"
 #include "SignalLog.h"
+#include "SpotHealingTool.h"
 #include "TestMain.h"
 #include "ToolBox.h"
 
@@ -65,6 +73,12 @@ QByteArray BytesOf(const QString& path)
 }
 
 } // namespace
+
+// A tool that the window has not.
+class MainWindowStranger : public Tool
+{
+    Q_OBJECT
+};
 
 class tst_MainWindow : public QObject
 {
@@ -585,7 +599,151 @@ private Q_SLOTS:
             QVERIFY(m_window->GetTool()->GetBar()->height() <= height);
             bars += m_window->GetTool()->GetBar();
         }
-        QCOMPARE(bars.size(), 3);
+        QCOMPARE(bars.size(), m_window->GetTools().size());
+        QVERIFY(bars.size() >= 10);
+    }
+
+    void toolsAreFoundByTheirClass()
+    {
+        QCOMPARE(m_window->FindTool<BrushTool>(), m_window->GetBrushTool());
+        QCOMPARE(m_window->FindTool<HandTool>()->GetName(), QString("Hand"));
+        QCOMPARE(m_window->FindTool<MainWindowStranger>(), nullptr);
+        QCOMPARE(m_window->GetTool(), m_window->GetBrushTool());
+    }
+
+    void everyToolHasAKeyThatChoosesIt()
+    {
+        m_window->OpenImage(Picture(), "One");
+        for (Tool* tool : m_window->GetTools())
+        {
+            QTest::keyClick(m_window->GetView(), Qt::Key(tool->GetKey()[0]));
+            QCOMPARE(m_window->GetTool(), tool);
+            QVERIFY(tool->IsActive());
+            QCOMPARE(tool->GetDocument(), m_window->GetDocument());
+        }
+    }
+
+    void barsAreMadeWhenTheirToolIsFirstChosen()
+    {
+        const auto count = [this] { return m_window->findChildren<NVBrushToolbarWidget*>().size(); };
+        QCOMPARE(count(), 1);
+
+        action("Dark")->trigger();
+        QCOMPARE(count(), 1);
+
+        m_window->ChooseTool(m_window->FindTool<EraserTool>());
+        QCOMPARE(count(), 2);
+    }
+
+    void valuesOfTheCurrentToolAreStoredAtTheEnd()
+    {
+        m_window->ChooseTool(m_window->FindTool<EraserTool>());
+        m_window->FindTool<EraserTool>()->GetEraserBar()->GetBrushes()->SetCurrentPreset(8);
+        QVERIFY(m_window->close());
+
+        QCOMPARE(m_settings->value("eraser/preset").toInt(), 8);
+    }
+
+    void layersAreNamedInTheStatusBar()
+    {
+        QVERIFY(!labelTexts().contains("Background"));
+        m_window->OpenImage(Picture(), "One");
+        QVERIFY(labelTexts().contains("Background"));
+
+        QTest::keyClick(m_window->GetView(), Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+
+        QVERIFY(labelTexts().contains("Layer 1"));
+        action("Hide Layer")->trigger();
+        QVERIFY(labelTexts().contains("Layer 1 (hidden)"));
+        m_window->OpenImage(Picture(), "Two");
+        QVERIFY(labelTexts().contains("Background"));
+        QVERIFY(!labelTexts().contains("Layer 1 (hidden)"));
+    }
+
+    void aLayerCommandEndsTheStrokeUnderWay()
+    {
+        m_window->OpenImage(Picture(), "One");
+        QTest::mousePress(m_window->GetView()->viewport(), Qt::LeftButton);
+        QVERIFY(m_window->GetBrushTool()->IsStrokeRunning());
+
+        action("New Layer")->trigger();
+
+        QVERIFY(!m_window->GetBrushTool()->IsStrokeRunning());
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->count(), 2);
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->undoText(), QString("New Layer"));
+        QTest::mouseRelease(m_window->GetView()->viewport(), Qt::LeftButton);
+        action("Undo")->trigger();
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetLayerCount(), 1);
+    }
+
+    void undoTakesBackTheHealingUnderWay()
+    {
+        m_window->OpenImage(Picture(), "One");
+        BusyThreads threads;
+        startHealing();
+
+        action("Undo")->trigger();
+
+        QVERIFY(!m_window->FindTool<SpotHealingTool>()->IsStrokeRunning());
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->count(), 0);
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetComposition(), Picture());
+    }
+
+    void anotherToolWaitsForTheHealing()
+    {
+        m_window->OpenImage(Picture(), "One");
+        startHealing();
+
+        QTest::keyClick(m_window->GetView(), Qt::Key_B);
+
+        QCOMPARE(m_window->GetTool(), m_window->GetBrushTool());
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->undoText(), QString("Heal Spot"));
+    }
+
+    void theWindowMayGoWhileTheHealingRuns()
+    {
+        m_window->OpenImage(Picture(), "One");
+        startHealing();
+
+        m_window.reset();
+
+        QCoreApplication::processEvents();
+    }
+
+    void theBrushPanelIsClosedAtFirstAndRemembered()
+    {
+        QVERIFY(!m_window->findChild<BrushDock*>()->isVisible());
+
+        action("Brush Panel")->trigger();
+        QVERIFY(m_window->findChild<BrushDock*>()->isVisible());
+        QVERIFY(m_window->close());
+        make();
+
+        QVERIFY(m_window->findChild<BrushDock*>()->isVisible());
+        QVERIFY(action("Brush Panel")->isChecked());
+    }
+
+    void theBrushPanelLeavesRoomForTheCanvas()
+    {
+        m_window->resize(1280, 860);
+        m_window->OpenImage(Picture(), "One");
+
+        action("Brush Panel")->trigger();
+        QCoreApplication::processEvents();
+
+        QVERIFY(m_window->GetView()->width() >= 860);
+        QVERIFY(m_window->GetView()->height() >= 700);
+    }
+
+    void theToolBoxFitsALowScreen()
+    {
+        m_window->resize(1024, 600);
+        QCoreApplication::processEvents();
+        for (const QToolButton* button : m_window->findChild<ToolBox*>()->findChildren<QToolButton*>())
+        {
+            if (button->objectName() != "qt_toolbar_ext_button")
+                QVERIFY2(button->isVisible(), qPrintable(button->toolTip()));
+        }
     }
 
     void toolKeysChooseTools()
@@ -797,6 +955,16 @@ private:
         QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier,
                             view->MapFromDocument(QPointF(150, 50)).toPoint());
         QTRY_VERIFY(!m_window->GetBrushTool()->IsStrokeRunning());
+    }
+
+    void startHealing()
+    {
+        m_window->ChooseTool(m_window->FindTool<SpotHealingTool>());
+        NVDocumentView* view = m_window->GetView();
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          view->MapFromDocument(QPointF(50, 50)).toPoint());
+        QTRY_VERIFY(m_window->FindTool<SpotHealingTool>()->IsHealing() ||
+                    m_window->GetDocument()->GetUndoStack()->count() == 1);
     }
 
     void change()

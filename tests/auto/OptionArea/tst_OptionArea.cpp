@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPointer>
 #include <QScrollBar>
+#include <QToolButton>
 #include <QWheelEvent>
 
 #include "TestMain.h"
@@ -62,6 +63,36 @@ private Q_SLOTS:
 
         QCOMPARE(area.horizontalScrollBar()->value(), 60);
         QCOMPARE(wide->mapTo(&area, QPoint()).x() < 0, true);
+    }
+
+    void aButtonStandsWhereAnEndIsHidden()
+    {
+        OptionArea area;
+        auto* wide = new QWidget;
+        wide->setMinimumWidth(500);
+        area.resize(300, area.height());
+        area.ShowBar(wide);
+        area.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&area));
+        const QList<QToolButton*> buttons = area.findChildren<QToolButton*>();
+        QCOMPARE(buttons.size(), 2);
+        QToolButton* back = buttons.at(0);
+        QToolButton* forward = buttons.at(1);
+        QVERIFY(!back->isVisible());
+        QVERIFY(forward->isVisible());
+        QCOMPARE(forward->geometry().right(), area.width() - 1);
+
+        QTest::mouseClick(forward, Qt::LeftButton);
+        QCOMPARE(area.horizontalScrollBar()->value(), area.horizontalScrollBar()->maximum());
+        QVERIFY(back->isVisible());
+        QVERIFY(!forward->isVisible());
+
+        QTest::mouseClick(back, Qt::LeftButton);
+        QCOMPARE(area.horizontalScrollBar()->value(), 0);
+
+        area.resize(900, area.height());
+        QVERIFY(!back->isVisible());
+        QVERIFY(!forward->isVisible());
     }
 
     void aBarMayGoWhileItIsShown()

@@ -3,7 +3,9 @@
 #include "Theme.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QRegularExpression>
 #include <QSpinBox>
 #include <QStyle>
@@ -43,6 +45,35 @@ private Q_SLOTS:
     {
         NVApplication::GetInstance()->SetTheme(0);
         qApp->setStyleSheet(QString());
+    }
+
+    void emptyCheckBoxesAndRadioButtonsCanBeSeenInEachTheme_data()
+    {
+        QTest::addColumn<int>("theme");
+        QTest::newRow("light") << 0;
+        QTest::newRow("dark") << 1;
+        QTest::newRow("high contrast") << 2;
+    }
+    void emptyCheckBoxesAndRadioButtonsCanBeSeenInEachTheme()
+    {
+        QFETCH(int, theme);
+        Theme themes;
+        NVApplication::GetInstance()->SetTheme(theme);
+        QCheckBox check;
+        QRadioButton radio;
+        for (QAbstractButton* button :
+             {static_cast<QAbstractButton*>(&check), static_cast<QAbstractButton*>(&radio)})
+        {
+            button->setPalette(Theme::Palette(theme));
+            button->resize(button->sizeHint());
+            const QImage image = button->grab().toImage();
+            double most = 1.0;
+            for (int x = 0; x < image.width() / 2; ++x)
+                most = qMax(most,
+                            Contrast(image.pixelColor(x, image.height() / 2),
+                                     Theme::Palette(theme).color(QPalette::Window)));
+            QVERIFY2(most >= 1.5, qPrintable(QString::number(most)));
+        }
     }
 
     void textsCanBeReadInEachTheme_data()

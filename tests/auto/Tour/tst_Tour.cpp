@@ -27,14 +27,16 @@ private Q_SLOTS:
 
         const QDir tour(folder.filePath("tour/deep"));
         const QStringList pictures = tour.entryList({"*.png"}, QDir::Files, QDir::Name);
-        QVERIFY(pictures.size() >= 18);
+        QVERIFY(pictures.size() >= 90);
         QFile page(tour.filePath("index.html"));
         QVERIFY(page.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(page.readAll());
         for (const QString& each : pictures)
         {
             QVERIFY2(text.contains(each), qPrintable(each));
-            QVERIFY2(QImage(tour.filePath(each)).width() > 600, qPrintable(each));
+            // The window has a number; a bar or a panel alone has none.
+            const int width = each.at(0).isDigit() ? 600 : 100;
+            QVERIFY2(QImage(tour.filePath(each)).width() > width, qPrintable(each));
         }
         NVApplication::GetInstance()->SetTheme(0);
     }

@@ -70,11 +70,14 @@ bool TourReport::IsReady() const
 void TourReport::Begin(const QString& name, const QString& caption)
 {
     m_steps += Step{name, caption, {}, {}, {}};
+    m_isOpen = true;
 }
 
 void TourReport::Fail(const QString& reason)
 {
     m_steps.last().failures += reason;
+    if (!m_isOpen)
+        QTextStream(stdout) << "FAIL  after " << m_steps.constLast().name << ": " << reason << "\n";
 }
 
 void TourReport::Note(const QString& text)
@@ -84,18 +87,22 @@ void TourReport::Note(const QString& text)
 
 void TourReport::TakePicture(QWidget* window)
 {
-    Step& step = m_steps.last();
     const QString name =
-        QStringLiteral("%1-%2.png").arg(++m_pictures, 2, 10, QLatin1Char('0')).arg(step.name);
-    if (Compose(window).save(m_folder.filePath(name)))
-        step.pictures += name;
-    else
-        Fail(QStringLiteral("%1 could not be written").arg(m_folder.filePath(name)));
+        QStringLiteral("%1-%2.png").arg(++m_pictures, 2, 10, QLatin1Char('0')).arg(m_steps.constLast().name);
+    Save(Compose(window), name);
+}
+
+void TourReport::TakePictureOf(QWidget* widget, const QString& name)
+{
+    const int air = 8;
+    const QSize size = widget->size().boundedTo(widget->sizeHint() + QSize(0, air));
+    Save(widget->grab(QRect(QPoint(), size)).toImage(), name + QStringLiteral(".png"));
 }
 
 void TourReport::End()
 {
-    const Step& step = m_steps.last();
+    m_isOpen = false;
+    const Step& step = m_steps.constLast();
     QTextStream out(stdout);
     out << (step.failures.isEmpty() ? "ok    " : "FAIL  ")
         << QStringLiteral("%1 %2: %3")
@@ -118,6 +125,14 @@ bool TourReport::Close()
     QTextStream(stdout) << m_steps.size() << " steps, " << failures << " failed; pictures in "
                         << m_folder.absolutePath() << "\n";
     return written && failures == 0;
+}
+
+void TourReport::Save(const QImage& image, const QString& name)
+{
+    if (image.save(m_folder.filePath(name)))
+        m_steps.last().pictures += name;
+    else
+        Fail(QStringLiteral("%1 could not be written").arg(m_folder.filePath(name)));
 }
 
 QString TourReport::PageText() const

@@ -31,6 +31,8 @@ public:
     void Click(QWidget* widget, const QPoint& point, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void Click(QWidget* widget);
     void DoubleClick(QWidget* widget, const QPoint& point);
+    // Turns of the wheel, towards the person above 0.
+    void Wheel(QWidget* widget, const QPoint& point, int turns);
     // A drag with the left button along points of the document.
     void Drag(NVDocumentView* view, const QVector<QPointF>& points);
     // To whatever has the keyboard now.

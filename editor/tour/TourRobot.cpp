@@ -6,7 +6,10 @@
 #include <QEvent>
 #include <QStyleHints>
 #include <QTimer>
+#include <QWheelEvent>
 #include <QWindow>
+
+#include <cstdlib>
 
 #include "NVDocumentView.h"
 
@@ -97,6 +100,18 @@ void TourRobot::DoubleClick(QWidget* widget, const QPoint& point)
     Settle();
 }
 
+void TourRobot::Wheel(QWidget* widget, const QPoint& point, int turns)
+{
+    Move(widget, point);
+    for (int i = 0; i < std::abs(turns); ++i)
+    {
+        QWheelEvent event(point, widget->mapToGlobal(point), QPoint(), QPoint(0, turns > 0 ? -120 : 120),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(widget, &event);
+    }
+    Settle();
+}
+
 void TourRobot::Drag(NVDocumentView* view, const QVector<QPointF>& points)
 {
     m_time += 2 * QGuiApplication::styleHints()->mouseDoubleClickInterval();
@@ -117,7 +132,7 @@ void TourRobot::Key(int key, Qt::KeyboardModifiers modifiers, const QString& tex
     if (!KeyboardWindow() && m_pHome)
     {
         m_pHome->activateWindow();
-        Settle();
+        WaitFor([] { return KeyboardWindow() != nullptr; });
     }
     QWindow* window = KeyboardWindow();
     if (!window)

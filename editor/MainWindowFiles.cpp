@@ -1,0 +1,335 @@
+// What the main window does with files and whole documents.
+
+#include "MainWindow.h"
+
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSettings>
+#include <QTabBar>
+#include <QUndoGroup>
+#include <QUndoStack>
+
+#include "Document.h"
+#include "DocumentFile.h"
+#include "DocumentWindow.h"
+#include "FileTask.h"
+#include "KXDocumentInterface.h"
+#include "KXMdiArea.h"
+#include "KXMessageBox.h"
+#include "LayerMenu.h"
+#include "NVDocumentView.h"
+#include "NewDocumentDialog.h"
+#include "RecentFiles.h"
+#include "SamplePicture.h"
+#include "Tool.h"
+
+namespace
+{
+
+const QLatin1String FolderKey("files/folder");
+
+// A menu takes "&" for an accelerator.
+QString MenuText(QString text)
+{
+    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+} // namespace
+
+bool MainWindow::OpenFile(const QString& path)
+{
+    if (DocumentWindow* window = WindowOf(path))
+    {
+        m_pArea->setActiveSubWindow(window);
+        return true;
+    }
+    LoadResult result;
+    const QString text = tr("Opening %1").arg(QFileInfo(path).fileName());
+    if (!m_pTask->Run(text, [&](FileProgress* progress) { result = LoadDocumentFile(path, progress); }))
+        return false;
+    if (!result.error.isEmpty())
+        ShowError(tr("\"%1\" could not be opened.\n\n%2").arg(QDir::toNativeSeparators(path), result.error));
+    else if (result.image.isNull())
+        ShowStatus(tr("Opening was cancelled."));
+    if (result.image.isNull())
+        return false;
+    m_pRecent->Add(path);
+    m_pSettings->setValue(FolderKey, QFileInfo(path).absolutePath());
+    AddDocument(std::make_unique<Document>(std::move(result.image), path, QString()));
+    return true;
+}
+
+void MainWindow::OpenFiles(const QStringList& paths)
+{
+    for (const QString& path : paths)
+        OpenFile(path);
+}
+
+void MainWindow::OpenImage(const QImage& image, const QString& name)
+{
+    AddDocument(std::make_unique<Document>(image, QString(), name));
+}
+
+void MainWindow::OpenSample()
+{
+    OpenImage(DrawSamplePicture(), tr("Sample"));
+}
+
+bool MainWindow::SaveDocument(DocumentWindow* window)
+{
+    const QString path = window->GetDocument()->GetPath();
+    return path.isEmpty() || !HasWritableSuffix(path) ? SaveDocumentAs(window) : WriteDocument(window, path);
+}
+
+bool MainWindow::SaveDocumentAs(DocumentWindow* window)
+{
+    const QString path = window->GetDocument()->GetPath();
+    const QString folder = m_pSettings->value(FolderKey, QDir::homePath()).toString();
+    QFileDialog dialog(this, tr("Save As"), path.isEmpty() ? folder : QFileInfo(path).absolutePath());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setNameFilters(SaveNameFilters().split(QStringLiteral(";;")));
+    dialog.setDefaultSuffix(QStringLiteral("png"));
+    dialog.selectFile(HasWritableSuffix(path)
+                          ? QFileInfo(path).fileName()
+                          : QFileInfo(window->GetDocument()->GetTitle()).completeBaseName() +
+                              QStringLiteral(".png"));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return false;
+    return WriteDocument(window, dialog.selectedFiles().constFirst());
+}
+
+bool MainWindow::WriteDocument(DocumentWindow* window, const QString& path)
+{
+    m_pTool->Finish();
+    SaveResult result;
+    Document* document = window->GetDocument();
+    const int index = document->GetUndoStack()->index();
+    QImage image = document->GetPixels()->GetComposition();
+    const int dotsPerMeter = qRound(document->GetPixels()->GetResolution() / 0.0254);
+    const QString text = tr("Saving %1").arg(QFileInfo(path).fileName());
+    const auto write = [&](FileProgress* progress)
+    {
+        image.setDotsPerMeterX(dotsPerMeter);
+        image.setDotsPerMeterY(dotsPerMeter);
+        result = SaveDocumentFile(image, path, progress);
+    };
+    if (!m_pTask->Run(text, write))
+        return false;
+    if (!result.ok)
+    {
+        if (result.error.isEmpty())
+            ShowStatus(tr("Saving was cancelled."));
+        else
+            ShowError(
+                tr("\"%1\" could not be saved.\n\n%2").arg(QDir::toNativeSeparators(path), result.error));
+        return false;
+    }
+    if (document->GetUndoStack()->index() == index)
+        document->MarkSaved(path);
+    m_pRecent->Add(path);
+    m_pSettings->setValue(FolderKey, QFileInfo(path).absolutePath());
+    ShowStatus(tr("Saved %1.").arg(QFileInfo(path).fileName()));
+    return true;
+}
+
+bool MainWindow::CloseDocument(DocumentWindow* window)
+{
+    if (m_pTask->IsRunning())
+        return false;
+    m_pTool->Finish();
+    if (window->GetDocument()->IsModified())
+    {
+        m_pArea->setActiveSubWindow(window);
+        const int answer = AskAboutChanges(window);
+        if (answer != KXMessageBox::Save && answer != KXMessageBox::Discard)
+            return false;
+        if (answer == KXMessageBox::Save && !SaveDocument(window))
+            return false;
+    }
+    RemoveWindow(window);
+    return true;
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    for (const QUrl& url : urls)
+    {
+        if (url.isLocalFile() && !m_pTask->IsRunning())
+            event->acceptProposedAction();
+    }
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    QStringList paths;
+    const QList<QUrl> urls = event->mimeData()->urls();
+    for (const QUrl& url : urls)
+    {
+        if (url.isLocalFile())
+            paths += url.toLocalFile();
+    }
+    // The program that the files come from waits for the end of the drop: it does not wait for a question,
+    // too.
+    QMetaObject::invokeMethod(
+        this, [this, paths] { OpenFiles(paths); }, Qt::QueuedConnection);
+}
+
+void MainWindow::OnNew()
+{
+    NewDocumentDialog dialog(this);
+    if (dialog.Exec() != KXDialog::ResultAccepted)
+        return;
+    QImage image(dialog.GetSize(), QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+    {
+        ShowError(tr("There is not enough memory for a picture of this size."));
+        return;
+    }
+    image.fill(dialog.GetFill());
+    OpenImage(image, tr("Unnamed"));
+}
+
+void MainWindow::OnOpen()
+{
+    const QString folder = m_pSettings->value(FolderKey, QDir::homePath()).toString();
+    const QStringList paths = QFileDialog::getOpenFileNames(this, tr("Open"), folder, OpenNameFilters());
+    OpenFiles(paths);
+}
+
+void MainWindow::OnRecentTriggered(QAction* action)
+{
+    const QString path = action->data().toString();
+    if (path.isEmpty())
+        m_pRecent->Clear();
+    else if (QFileInfo::exists(path))
+        OpenFile(path);
+    else
+    {
+        m_pRecent->Remove(path);
+        ShowError(tr("\"%1\" does not exist any more. It was taken out of the list of recent files.")
+                      .arg(QDir::toNativeSeparators(path)));
+    }
+}
+
+void MainWindow::OnSave()
+{
+    if (m_pWindow)
+        SaveDocument(m_pWindow);
+}
+
+void MainWindow::OnSaveAs()
+{
+    if (m_pWindow)
+        SaveDocumentAs(m_pWindow);
+}
+
+void MainWindow::OnClose()
+{
+    if (m_pWindow)
+        CloseDocument(m_pWindow);
+}
+
+void MainWindow::OnCloseAsked(DocumentWindow* window)
+{
+    CloseDocument(window);
+}
+
+void MainWindow::OnRecentChanged()
+{
+    m_pRecentMenu->clear();
+    for (const QString& path : m_pRecent->Paths())
+        m_pRecentMenu->addAction(MenuText(QDir::toNativeSeparators(path)))->setData(path);
+    m_pRecentMenu->addSeparator();
+    m_pRecentMenu->addAction(tr("&Clear List"));
+    m_pRecentMenu->setEnabled(!m_pRecent->Paths().isEmpty());
+}
+
+DocumentWindow* MainWindow::WindowOf(const QString& path) const
+{
+    const QString wanted = QFileInfo(path).canonicalFilePath();
+    const QList<DocumentWindow*> windows = GetDocumentWindows();
+    for (DocumentWindow* window : windows)
+    {
+        const QString open = window->GetDocument()->GetPath();
+        if (!wanted.isEmpty() && !open.isEmpty() && QFileInfo(open).canonicalFilePath() == wanted)
+            return window;
+    }
+    return nullptr;
+}
+
+void MainWindow::AddDocument(std::unique_ptr<Document> document)
+{
+    m_pUndoGroup->addStack(document->GetUndoStack());
+    connect(document.get(), &Document::StateChanged, this, &MainWindow::OnDocumentStateChanged);
+    auto* window = new DocumentWindow(std::move(document), m_pArea);
+    connect(window, &DocumentWindow::CloseAsked, this, &MainWindow::OnCloseAsked);
+    m_pArea->addSubWindow(window);
+    window->showMaximized();
+    if (auto* tabs = m_pArea->findChild<QTabBar*>())
+    {
+        tabs->setExpanding(false);
+        tabs->installEventFilter(this);
+    }
+    m_pArea->setActiveSubWindow(window);
+    OnWindowActivated();
+    window->GetView()->FitInView();
+    window->GetView()->setFocus();
+}
+
+void MainWindow::RemoveWindow(DocumentWindow* window)
+{
+    if (window == m_pWindow)
+    {
+        m_pTool->SetCanvas(nullptr, nullptr);
+        m_pLayerMenu->SetDocument(nullptr);
+        disconnect(window->GetView(), nullptr, this, nullptr);
+        m_pWindow = nullptr;
+    }
+    disconnect(window->GetDocument(), nullptr, this, nullptr);
+    m_pUndoGroup->removeStack(window->GetDocument()->GetUndoStack());
+    m_pArea->removeSubWindow(window);
+    window->hide();
+    window->deleteLater();
+    // The area shows the next one as a small window of its own otherwise.
+    if (QMdiSubWindow* next = m_pArea->currentSubWindow())
+        next->showMaximized();
+    OnWindowActivated();
+    UpdateActions();
+    UpdateTitle();
+}
+
+int MainWindow::AskAboutChanges(const DocumentWindow* window)
+{
+    KXMessageBox box(this);
+    box.setWindowTitle(tr("Unsaved Changes"));
+    box.SetIcon(KXMessageBox::Question);
+    box.SetText(tr("\"%1\" has changes that are not saved.\n\nSave them before it is closed?")
+                    .arg(window->GetDocument()->GetTitle()));
+    box.AddButton(KXMessageBox::Save);
+    box.AddButton(KXMessageBox::Discard);
+    box.AddButton(KXMessageBox::Cancel);
+    box.SetDefaultButton(KXMessageBox::Save);
+    if (const auto* buttons = box.findChild<QDialogButtonBox*>())
+        buttons->button(QDialogButtonBox::Discard)->setText(tr("&Don't Save"));
+    return box.Exec();
+}
+
+void MainWindow::ShowError(const QString& text)
+{
+    KXMessageBox box(this);
+    box.setWindowTitle(tr("Norvane"));
+    box.SetIcon(KXMessageBox::Error);
+    box.SetText(text);
+    box.AddButton(KXMessageBox::Ok);
+    box.SetDefaultButton(KXMessageBox::Ok);
+    box.Exec();
+}

@@ -1,0 +1,197 @@
+// The tools, the menus, the panels and the status bar of the main window.
+
+#include "MainWindow.h"
+
+#include <QActionGroup>
+#include <QLabel>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QUndoGroup>
+
+#include "BlurTool.h"
+#include "BrushDock.h"
+#include "BrushTool.h"
+#include "ColorSwatches.h"
+#include "DodgeTool.h"
+#include "EraserTool.h"
+#include "FillTool.h"
+#include "GradientMenu.h"
+#include "GradientTool.h"
+#include "HandTool.h"
+#include "LayerMenu.h"
+#include "OptionArea.h"
+#include "RecentFiles.h"
+#include "RedEyeTool.h"
+#include "SpotHealingTool.h"
+#include "StampTool.h"
+#include "ToolBox.h"
+#include "ZoomTool.h"
+
+template <typename Slot>
+QAction* MainWindow::AddAction(QMenu* menu, const QString& text, const QString& picture,
+                               const QKeySequence& key, Slot slot)
+{
+    QAction* action = menu->addAction(text, this, slot);
+    action->setShortcut(key);
+    if (!picture.isEmpty())
+        m_Pictures += {action, picture};
+    return action;
+}
+
+void MainWindow::CreateTools()
+{
+    m_pBrush = new BrushTool(m_pSettings, this);
+    m_Tools = {m_pBrush,
+               new EraserTool(m_pSettings, this),
+               new StampTool(m_pSettings, this),
+               new SpotHealingTool(m_pSettings, this),
+               new BlurTool(m_pSettings, this),
+               new DodgeTool(m_pSettings, this),
+               new RedEyeTool(m_pSettings, this),
+               new FillTool(m_pSettings, this),
+               new GradientTool(m_pSettings, this),
+               new HandTool(this),
+               new ZoomTool(this)};
+    for (Tool* tool : qAsConst(m_Tools))
+        connect(tool, &Tool::Message, this, &MainWindow::ShowStatus);
+    m_pOptionBar = addToolBar(tr("Option Bar"));
+    m_pOptionBar->setObjectName(QStringLiteral("OptionBar"));
+    m_pOptionBar->setMovable(false);
+    m_pOptionBar->addWidget(m_pOptions);
+    m_pToolBox = new ToolBox(m_Tools, this);
+    addToolBar(Qt::LeftToolBarArea, m_pToolBox);
+    connect(m_pToolBox, &ToolBox::ToolChosen, this, &MainWindow::OnToolChosen);
+}
+
+// At the right, where screens have most room to spare.
+void MainWindow::CreateDocks()
+{
+    m_pBrushDock = new BrushDock(this);
+    addDockWidget(Qt::RightDockWidgetArea, m_pBrushDock);
+}
+
+void MainWindow::CreateStatusBar()
+{
+    m_pLayerLabel = new QLabel(this);
+    m_pPointLabel = new QLabel(this);
+    m_pSizeLabel = new QLabel(this);
+    m_pZoomLabel = new QLabel(this);
+    m_pLayerLabel->setTextFormat(Qt::PlainText);
+    m_pPointLabel->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("-10000, -10000")));
+    m_pLayerLabel->setAccessibleName(tr("Current layer"));
+    m_pPointLabel->setAccessibleName(tr("Pointer position"));
+    m_pSizeLabel->setAccessibleName(tr("Picture size"));
+    m_pZoomLabel->setAccessibleName(tr("Zoom"));
+    for (QLabel* label : {m_pLayerLabel, m_pPointLabel, m_pSizeLabel, m_pZoomLabel})
+    {
+        label->setMargin(4);
+        label->setToolTip(label->accessibleName());
+        statusBar()->addPermanentWidget(label);
+    }
+}
+
+void MainWindow::CreateFileMenu()
+{
+    QMenu* menu = menuBar()->addMenu(tr("&File"));
+    AddAction(menu, tr("&New..."), QStringLiteral("document-new"), QKeySequence::New, &MainWindow::OnNew);
+    AddAction(menu, tr("&Open..."), QStringLiteral("document-open"), QKeySequence::Open, &MainWindow::OnOpen);
+    m_pRecentMenu = menu->addMenu(tr("Open &Recent"));
+    connect(m_pRecentMenu, &QMenu::triggered, this, &MainWindow::OnRecentTriggered);
+    connect(m_pRecent, &RecentFiles::Changed, this, &MainWindow::OnRecentChanged, Qt::QueuedConnection);
+    menu->addSeparator();
+    m_DocumentActions += {AddAction(menu, tr("&Save"), QStringLiteral("document-save"), QKeySequence::Save,
+                                    &MainWindow::OnSave),
+                          AddAction(menu, tr("Save &As..."), QStringLiteral("document-save-as"),
+                                    QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_S), &MainWindow::OnSaveAs)};
+    menu->addSeparator();
+    m_DocumentActions += AddAction(menu, tr("&Close"), QStringLiteral("document-close"),
+                                   QKeySequence(Qt::CTRL + Qt::Key_W), &MainWindow::OnClose);
+    AddAction(menu, tr("&Quit"), QString(), QKeySequence(Qt::CTRL + Qt::Key_Q), &MainWindow::close);
+}
+
+void MainWindow::CreateEditMenu()
+{
+    QMenu* menu = menuBar()->addMenu(tr("&Edit"));
+    m_pUndo = AddAction(menu, tr("&Undo"), QStringLiteral("edit-undo"), QKeySequence(Qt::CTRL + Qt::Key_Z),
+                        &MainWindow::OnUndo);
+    m_pRedo = AddAction(menu, tr("&Redo"), QStringLiteral("edit-redo"),
+                        QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_Z), &MainWindow::OnRedo);
+    menu->addSeparator();
+    m_DocumentActions += AddAction(menu, tr("&Clear Layer"), QString(),
+                                   QKeySequence(Qt::CTRL + Qt::Key_Delete), &MainWindow::OnClearLayer);
+    menu->addSeparator();
+    QAction* swap = menu->addAction(tr("&Swap Colours"), this, &ColorSwatches::Swap);
+    swap->setShortcut(Qt::Key_X);
+    m_Pictures += {swap, QStringLiteral("swap-colors")};
+    QAction* defaults = menu->addAction(tr("&Default Colours"), this, &ColorSwatches::ResetToDefaults);
+    defaults->setShortcut(Qt::Key_D);
+    m_Pictures += {defaults, QStringLiteral("default-colors")};
+    menu->addSeparator();
+    auto* gradients =
+        new GradientMenu(menu->addMenu(tr("&Gradients")), FindTool<GradientTool>(), m_pSettings, this);
+    connect(gradients, &GradientMenu::Message, this, &MainWindow::ShowStatus);
+    connect(m_pUndoGroup, &QUndoGroup::canUndoChanged, m_pUndo, &QAction::setEnabled);
+    connect(m_pUndoGroup, &QUndoGroup::canRedoChanged, m_pRedo, &QAction::setEnabled);
+    connect(m_pUndoGroup, &QUndoGroup::undoTextChanged, this, &MainWindow::OnUndoTextChanged);
+    connect(m_pUndoGroup, &QUndoGroup::redoTextChanged, this, &MainWindow::OnRedoTextChanged);
+    m_pUndo->setEnabled(false);
+    m_pRedo->setEnabled(false);
+}
+
+void MainWindow::CreateLayerMenu()
+{
+    m_pLayerMenu = new LayerMenu(menuBar()->addMenu(tr("&Layer")), this);
+    connect(m_pLayerMenu, &LayerMenu::AboutToChange, this, &MainWindow::OnAboutToChange);
+    connect(m_pLayerMenu, &LayerMenu::LayerTextChanged, m_pLayerLabel, &QLabel::setText);
+}
+
+void MainWindow::CreateViewMenu()
+{
+    QMenu* menu = menuBar()->addMenu(tr("&View"));
+    QAction* in =
+        AddAction(menu, tr("Zoom &In"), QStringLiteral("zoom-in"), QKeySequence(), &MainWindow::OnZoomIn);
+    // The plus of most keyboards needs Shift, and the one of the number pad does not.
+    in->setShortcuts({QKeySequence(Qt::CTRL + Qt::Key_Plus), QKeySequence(Qt::CTRL + Qt::Key_Equal)});
+    m_DocumentActions += in;
+    m_DocumentActions += AddAction(menu, tr("Zoom &Out"), QStringLiteral("zoom-out"),
+                                   QKeySequence(Qt::CTRL + Qt::Key_Minus), &MainWindow::OnZoomOut);
+    m_DocumentActions += AddAction(menu, tr("&Original Size"), QStringLiteral("zoom-original"),
+                                   QKeySequence(Qt::CTRL + Qt::Key_1), &MainWindow::OnZoomOriginal);
+    m_DocumentActions += AddAction(menu, tr("&Fit in Window"), QStringLiteral("zoom-fit"),
+                                   QKeySequence(Qt::CTRL + Qt::Key_0), &MainWindow::OnZoomFit);
+    menu->addSeparator();
+    QAction* bar = m_pOptionBar->toggleViewAction();
+    bar->setText(tr("Option &Bar"));
+    menu->addAction(bar);
+    QAction* brush = m_pBrushDock->toggleViewAction();
+    brush->setText(tr("B&rush Panel"));
+    menu->addAction(brush);
+    CreateThemeMenu(menu);
+}
+
+void MainWindow::CreateThemeMenu(QMenu* view)
+{
+    QMenu* menu = view->addMenu(tr("&Theme"));
+    menu->setObjectName(QStringLiteral("ThemeMenu"));
+    m_pThemes = new QActionGroup(this);
+    const QPair<QString, QString> themes[] = {{tr("&Light"), QStringLiteral("theme-light")},
+                                              {tr("&Dark"), QStringLiteral("theme-dark")},
+                                              {tr("&High Contrast"), QStringLiteral("theme-contrast")}};
+    for (int theme = 0; theme < 3; ++theme)
+    {
+        QAction* action = m_pThemes->addAction(themes[theme].first);
+        action->setCheckable(true);
+        action->setData(theme);
+        menu->addAction(action);
+        m_Pictures += {action, themes[theme].second};
+    }
+    connect(m_pThemes, &QActionGroup::triggered, this, &MainWindow::OnThemeTriggered);
+}
+
+void MainWindow::CreateOtherMenus()
+{
+    menuBar()->addMenu(tr("&Tools"))->addActions(m_pToolBox->GetToolActions());
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    AddAction(help, tr("&About Norvane"), QString(), QKeySequence(), &MainWindow::OnAbout);
+}
