@@ -20,6 +20,7 @@ FOLDERS = [
     ("include/", "src/"),
     ("src/", "src/"),
     ("editor/", "editor/"),
+    ("tests/support/editor/", "tests/support/editor/"),
     ("tests/support/", "tests/support/"),
 ]
 

@@ -1,6 +1,10 @@
 #include "Specimens.h"
 
+#include "BrushPreview.h"
+#include "KXAddToBatchDialog.h"
+#include "KXBatchInputModel.h"
 #include "KXBrushSettings.h"
+#include "KXColorDlg.h"
 #include "KXCommonComboBox.h"
 #include "KXDialog.h"
 #include "KXDialogPanel.h"
@@ -10,9 +14,20 @@
 #include "KXMessageBox.h"
 #include "KXPanel.h"
 #include "KXPopupWindow.h"
+#include "NVBlurToolbar.h"
+#include "NVBrushPanel.h"
 #include "NVBrushToolbar.h"
 #include "NVDocumentView.h"
+#include "NVDodgeToolbar.h"
+#include "NVEraserToolbar.h"
+#include "NVFillCanToolbar.h"
+#include "NVGradientEditor.h"
+#include "NVGradientPopup.h"
+#include "NVGradientToolbar.h"
+#include "NVRedEyeToolbar.h"
 #include "NVSpinBox.h"
+#include "NVSpotHealingToolbar.h"
+#include "NVStampToolbar.h"
 #include "PatternSelectWidget.h"
 
 #include <QAbstractButton>
@@ -96,6 +111,41 @@ void makeMdiArea(Specimen& specimen)
     specimen.Widget = area;
 }
 
+// Neither keeps the brush.
+void makeBrushPreview(Specimen& specimen)
+{
+    const KXBrushSettings settings(nullptr);
+    auto* preview = new BrushPreview;
+    preview->SetBrush(settings.GetCurrentBrush());
+    specimen.Widget = preview;
+}
+
+void makeBrushPanel(Specimen& specimen)
+{
+    const KXBrushSettings settings(nullptr);
+    auto* panel = new NVBrushPanel(nullptr, Qt::WindowFlags());
+    panel->SetBrush(settings.GetCurrentBrush());
+    specimen.Widget = panel;
+}
+
+template <class Widget>
+void makeGradientWidget(Specimen& specimen)
+{
+    const NVGradientStop first(0.0, Qt::red, false, false, false);
+    const NVGradientStop middle(0.4, QColor(0, 200, 0, 100), false, false, false);
+    const NVGradientStop last(1.0, Qt::blue, false, false, false);
+    auto* widget = new Widget(nullptr);
+    widget->Load({{first, middle, last}, {first, last}});
+    specimen.Widget = widget;
+}
+
+void makeAddToBatchDialog(Specimen& specimen)
+{
+    const auto model = std::make_shared<KXBatchInputModel>();
+    specimen.Widget = new KXAddToBatchDialog(model.get(), nullptr);
+    specimen.Context = {model};
+}
+
 template <class Widget>
 void makePlain(Specimen& specimen)
 {
@@ -114,7 +164,8 @@ void Specimen::OpenPopups() const
     const QList<QAbstractButton*> buttons = Widget->findChildren<QAbstractButton*>();
     for (QAbstractButton* button : buttons)
     {
-        if (button->isVisible() && button->isCheckable() && button->objectName().contains("Select"))
+        if (button->isVisible() && button->isCheckable() &&
+            (button->objectName().contains("Select") || button->objectName() == "m_pGradients"))
         {
             QTest::mouseClick(button, Qt::LeftButton);
         }
@@ -140,7 +191,10 @@ std::unique_ptr<Specimen> Species::Create() const
 const std::vector<Species>& AllSpecies()
 {
     static const std::vector<Species> all = {
+        {"BrushPreview", makeBrushPreview, false, {"const IBrush*"}},
+        {"KXAddToBatchDialog", makeAddToBatchDialog, false, {}},
         {"KXBrushSettings", makePlain<KXBrushSettings>, false, {}},
+        {"KXColorDlg", makePlain<KXColorDlg>, false, {}},
         {"KXCommonComboBox", makeCombo, true, {}},
         {"KXDialog", makeFrame<KXDialog>, false, {}},
         {"KXDialogPanel", makeFrame<KXDialogPanel>, false, {}},
@@ -149,13 +203,27 @@ const std::vector<Species>& AllSpecies()
         {"KXPanel", makeFrame<KXPanel>, false, {}},
         {"KXPopupWindow", makePopup, true, {}},
         {"KXWidget", makeFrame<KXWidget>, true, {}},
+        {"NVBlurToolbar", makePlain<NVBlurToolbar>, false, {}},
+        {"NVBrushPanel", makeBrushPanel, false, {"IBrush*"}},
         {"NVBrushToolbar", makePlain<NVBrushToolbar>, false, {}},
         {"NVBrushToolbarWidget",
          [](Specimen& specimen) { specimen.Widget = new NVBrushToolbarWidget(nullptr, true); },
          true,
          {}},
         {"NVDocumentView", makeView, false, {}},
+        {"NVDodgeToolbar", makePlain<NVDodgeToolbar>, false, {}},
+        {"NVEraserToolbar", makePlain<NVEraserToolbar>, false, {}},
+        {"NVFillCanToolbar", makePlain<NVFillCanToolbar>, false, {}},
+        {"NVGradientEditor", makeGradientWidget<NVGradientEditor>, false, {}},
+        {"NVGradientPopup", makeGradientWidget<NVGradientPopup>, false, {}},
+        {"NVGradientToolbar", makeGradientWidget<NVGradientToolbar>, false, {}},
+        {"NVRedEyeToolbar",
+         [](Specimen& specimen) { specimen.Widget = new NVRedEyeToolbar(nullptr, Qt::WindowFlags()); },
+         false,
+         {}},
         {"NVSpinBox", makePlain<NVSpinBox>, true, {}},
+        {"NVSpotHealingToolbar", makePlain<NVSpotHealingToolbar>, false, {}},
+        {"NVStampToolbar", makePlain<NVStampToolbar>, false, {}},
         {"PatternSelectWidget", makePlain<PatternSelectWidget>, false, {}},
     };
     return all;

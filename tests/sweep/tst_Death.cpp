@@ -3,6 +3,7 @@
 
 #include "KexaAppKeyHook.h"
 #include "NVBrushToolbarWidget.h"
+#include "NVFillCanToolbar.h"
 #include "SignalLog.h"
 #include "Specimens.h"
 #include "TestMain.h"
@@ -199,13 +200,14 @@ void tst_Death::deletedWithLiveKeys()
 {
     QFETCH(QByteArray, species);
     const std::unique_ptr<Specimen> specimen = SpeciesOf(species).Create();
-    auto* bar = qobject_cast<NVBrushToolbarWidget*>(specimen->Widget);
-    if (!bar)
+    auto* brushBar = qobject_cast<NVBrushToolbarWidget*>(specimen->Widget);
+    auto* fillCan = qobject_cast<NVFillCanToolbar*>(specimen->Widget);
+    if (!brushBar && !fillCan)
     {
         QSKIP("this class has no keys");
     }
     QVERIFY(specimen->Show());
-    bar->CreateShortcuts();
+    brushBar ? brushBar->CreateShortcuts() : fillCan->CreateShortcuts();
     QCOMPARE(lastWords(*specimen), QStringList({"destroyed()"}));
 
     QLineEdit other;

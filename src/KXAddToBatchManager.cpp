@@ -1,0 +1,220 @@
+#include "KXAddToBatchManager.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QSet>
+#include <QtConcurrentMap>
+
+#include "FolderListing_p.h"
+#include "NVImageFileManager.h"
+#include "ReadFilters_p.h"
+
+using Model = KXBatchInputModel;
+using Node = KXBatchInputModel::Node;
+using Roles = QMap<int, QVariant>;
+
+namespace
+{
+
+// The same text, held once for all nodes that a thread makes.
+QString shared(const QString& suffix)
+{
+    // There are few ways to spell the suffixes that are wanted, but nothing says how few.
+    constexpr int Limit = 256;
+    thread_local QSet<QString> known;
+    const auto at = known.constFind(suffix);
+    if (at != known.constEnd())
+        return *at;
+    if (known.size() < Limit)
+        known.insert(suffix);
+    return suffix;
+}
+
+// Keys come in ascending order, so that each goes to the end without a search.
+void append(Roles& roles, int role, const QVariant& value)
+{
+    roles.insert(roles.constEnd(), role, value);
+}
+
+Node* makeFile(const QFileInfo& info, const QString& suffix)
+{
+    const QString path = info.absoluteFilePath();
+    auto* node = new Node;
+    Roles& roles = node->data.roles;
+    append(roles, Qt::DisplayRole, info.fileName());
+    append(roles, Qt::ToolTipRole, path);
+    append(roles, Model::NodeTypeRole, shared(suffix));
+    append(roles, Model::NodeIsFileRole, 1);
+    append(roles, Model::NodePathRole, path);
+    append(roles, Model::NodeExistsRole, true);
+    append(roles, Model::NodeFileCountRole, 1);
+    return node;
+}
+
+Node* makeFolder(const QFileInfo& info)
+{
+    const QString path = info.absoluteFilePath();
+    auto* node = new Node;
+    Roles& roles = node->data.roles;
+    append(roles, Qt::DisplayRole, info.fileName());
+    append(roles, Qt::ToolTipRole, path);
+    append(roles, Model::NodeTypeRole, QObject::tr("Folder"));
+    append(roles, Model::NodeIsFileRole, 0);
+    append(roles, Model::NodePathRole, path);
+    append(roles, Model::NodeModifiedRole, info.lastModified().toString(Qt::TextDate));
+    append(roles, Model::NodeExistsRole, true);
+    append(roles, Model::NodeFileCountRole, 0);
+    return node;
+}
+
+// Where the role stands in the map, without a copy of its value.
+const QVariant& valueOf(const Node* node, int role)
+{
+    static const QVariant none;
+    const Roles& roles = node->data.roles;
+    const auto at = roles.constFind(role);
+    return at == roles.constEnd() ? none : *at;
+}
+
+int intOf(const Node* node, int role)
+{
+    return valueOf(node, role).toInt();
+}
+
+// To the node and all above it.
+void addToFileCounts(Node* node, int count)
+{
+    if (count == 0)
+        return;
+    for (; node; node = node->parent)
+    {
+        Roles& roles = node->data.roles;
+        // The role with the greatest number stands last.
+        auto at = roles.end();
+        if (roles.isEmpty() || (--at).key() != Model::NodeFileCountRole)
+            at = roles.insert(Model::NodeFileCountRole, 0);
+        *at = at->toInt() + count;
+    }
+}
+
+} // namespace
+
+BatchScanResult ScanFunctor::operator()(const QString& path) const
+{
+    const QFileInfo info(path);
+    BatchScanResult result;
+    result.parent = parent;
+    result.path = path;
+    // Asked first since its answer holds the other one too: one look at the disk a path.
+    const bool isFolder = info.isDir();
+    if (!isFolder && !info.exists())
+        return result;
+    if (!isFolder)
+    {
+        const QString suffix = info.suffix();
+        // Suffixes in upper case match no file at all, on purpose.
+        if (filters.contains(QLatin1String("*.") + suffix.toLower(), Qt::CaseSensitive))
+            result.node = makeFile(info, suffix);
+        return result;
+    }
+    result.node = makeFolder(info);
+    FolderListing listing = ListFolder(path, filters);
+    result.files.swap(listing.files);
+    result.folders.swap(listing.folders);
+    return result;
+}
+
+KXAddToBatchManager::KXAddToBatchManager(QObject* parent) : QObject(parent)
+{
+    using Watcher = QFutureWatcherBase;
+    connect(&m_watcher, &Watcher::resultReadyAt, this, &KXAddToBatchManager::OnScanReadyAt);
+    connect(&m_watcher, &Watcher::finished, this, &KXAddToBatchManager::OnScanFinished);
+    connect(&m_watcher, &Watcher::progressRangeChanged, this, &KXAddToBatchManager::ProgressChanged);
+    connect(&m_watcher, &Watcher::progressValueChanged, this, &KXAddToBatchManager::Progress);
+    if (const NVImageFileManager* manager = NVImageFileManager::GetInstance())
+    {
+        OnSupportedGroupChanged();
+        connect(manager, &NVImageFileManager::SupportedGroupsChanged, this,
+                &KXAddToBatchManager::OnSupportedGroupChanged);
+    }
+}
+
+KXAddToBatchManager::~KXAddToBatchManager()
+{
+    qDeleteAll(m_results);
+}
+
+QList<Node*> KXAddToBatchManager::TakeResult()
+{
+    QList<Node*> results;
+    results.swap(m_results);
+    return results;
+}
+
+void KXAddToBatchManager::ScanFolders(QStringList folders)
+{
+    m_jobs.append({nullptr, std::move(folders)});
+    OnScanFinished();
+}
+
+void KXAddToBatchManager::ScanFiles(QStringList files)
+{
+    m_jobs.append({nullptr, std::move(files)});
+    OnScanFinished();
+}
+
+void KXAddToBatchManager::Cancel()
+{
+    // Never connected again: what arrives late is not wanted any more.
+    disconnect(&m_watcher, &QFutureWatcherBase::resultReadyAt, this, &KXAddToBatchManager::OnScanReadyAt);
+    disconnect(&m_watcher, &QFutureWatcherBase::finished, this, &KXAddToBatchManager::OnScanFinished);
+    Q_EMIT ReadyAt(tr("Cancelled"));
+    Q_EMIT NewFolder(tr("Cancelled"));
+    m_jobs.clear();
+    m_watcher.waitForFinished();
+    qDeleteAll(m_results);
+    m_results.clear();
+}
+
+void KXAddToBatchManager::OnScanReadyAt(int index)
+{
+    const BatchScanResult result = m_watcher.resultAt(index);
+    if (!result.node)
+        return;
+    if (!result.parent)
+    {
+        m_results.append(result.node);
+    }
+    else
+    {
+        addToFileCounts(result.parent, intOf(result.node, Model::NodeFileCountRole));
+        Node::AddChild(result.parent, result.node);
+    }
+    if (!result.folders.isEmpty() || !result.files.isEmpty())
+        m_jobs.append({result.node, result.folders + result.files});
+    const QString kind = intOf(result.node, Model::NodeIsFileRole) == 0 ? tr("Folder:") : tr("File:");
+    Q_EMIT ReadyAt(kind + valueOf(result.node, Model::NodePathRole).toString());
+}
+
+void KXAddToBatchManager::OnScanFinished()
+{
+    if (m_jobs.isEmpty())
+    {
+        Q_EMIT ScanFinished();
+        return;
+    }
+    const Job job = m_jobs.takeFirst();
+    m_watcher.waitForFinished();
+    Q_EMIT NewFolder(job.parent ? tr("Folder: %1").arg(valueOf(job.parent, Model::NodePathRole).toString())
+                                : tr("Folder:"));
+    Q_EMIT ReadyAt(QString());
+    const ScanFunctor functor{job.parent, m_filters};
+    // Results of a run that has ended are lost here if they have not been taken over.
+    m_watcher.setFuture(QtConcurrent::mapped(job.paths, functor));
+}
+
+void KXAddToBatchManager::OnSupportedGroupChanged()
+{
+    if (const NVImageFileManager* manager = NVImageFileManager::GetInstance())
+        m_filters = ReadFilters(*manager);
+}
