@@ -17,8 +17,8 @@ bool IsSvgStart(const QByteArray& text)
 QString CleanName(const QString& name)
 {
     QVector<uint> clean;
-    const QVector<uint> letters = name.simplified().toUcs4();
-    for (const uint letter : letters.mid(0, MaxName))
+    const QVector<uint> letters = name.simplified().toUcs4().mid(0, MaxName);
+    for (const uint letter : letters)
     {
         const bool isBad = QChar::category(letter) == QChar::Other_Control || QChar::isNonCharacter(letter);
         clean += isBad ? '_' : letter;

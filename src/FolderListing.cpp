@@ -66,12 +66,12 @@ bool sortByName(std::vector<Entry>& entries)
     return twin == entries.cend();
 }
 
-QStringList pathsOf(std::vector<Entry>& entries)
+QStringList pathsOf(const std::vector<Entry>& entries)
 {
     QStringList paths;
     paths.reserve(int(entries.size()));
-    for (Entry& entry : entries)
-        paths.append(std::move(entry.path));
+    for (const Entry& entry : entries)
+        paths.append(entry.path);
     return paths;
 }
 

@@ -20,12 +20,12 @@ namespace
 QString shared(const QString& suffix)
 {
     // There are few ways to spell the suffixes that are wanted, but nothing says how few.
-    constexpr int Limit = 256;
+    constexpr int limit = 256;
     thread_local QSet<QString> known;
     const auto at = known.constFind(suffix);
     if (at != known.constEnd())
         return *at;
-    if (known.size() < Limit)
+    if (known.size() < limit)
         known.insert(suffix);
     return suffix;
 }

@@ -538,11 +538,10 @@ void NVGradientEditor::ConnectColors()
     connect(m_pData->m_pForeground, &QPushButton::clicked, this, &NVGradientEditor::OnForeground);
     connect(m_pData->m_pBackground, &QPushButton::clicked, this, &NVGradientEditor::OnBackground);
     connect(m_pData->m_pCustomColor, &QPushButton::clicked, this, &NVGradientEditor::OnCustomColor);
-    const auto changed = qOverload<int>(&QSpinBox::valueChanged);
-    connect(m_pData->m_pRed, changed, this, &NVGradientEditor::OnRed);
-    connect(m_pData->m_pGreen, changed, this, &NVGradientEditor::OnGreen);
-    connect(m_pData->m_pBlue, changed, this, &NVGradientEditor::OnBlue);
-    connect(m_pData->m_pOpacity, changed, this, &NVGradientEditor::OnOpacity);
+    connect(m_pData->m_pRed, qOverload<int>(&QSpinBox::valueChanged), this, &NVGradientEditor::OnRed);
+    connect(m_pData->m_pGreen, qOverload<int>(&QSpinBox::valueChanged), this, &NVGradientEditor::OnGreen);
+    connect(m_pData->m_pBlue, qOverload<int>(&QSpinBox::valueChanged), this, &NVGradientEditor::OnBlue);
+    connect(m_pData->m_pOpacity, qOverload<int>(&QSpinBox::valueChanged), this, &NVGradientEditor::OnOpacity);
 }
 
 void NVGradientEditor::InitScene()

@@ -214,15 +214,18 @@ void NVGradientToolbar::OnGradientIndex(int row)
 
 void NVGradientToolbar::ConnectValues()
 {
-    const auto indexChanged = qOverload<int>(&QComboBox::currentIndexChanged);
-    const auto valueChanged = qOverload<int>(&QSpinBox::valueChanged);
-    connect(m_pData->m_pType, indexChanged, this, &NVGradientToolbar::OnTypeChanged);
-    connect(m_pData->m_pType, indexChanged, this, &NVGradientToolbar::TypeChanged);
+    connect(m_pData->m_pType, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &NVGradientToolbar::OnTypeChanged);
+    connect(m_pData->m_pType, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &NVGradientToolbar::TypeChanged);
     connect(m_pData->m_pPingPong, &QCheckBox::toggled, this, &NVGradientToolbar::StyleChanged);
-    connect(m_pData->m_pRepeatCount, valueChanged, this, &NVGradientToolbar::RepeatCountChanged);
-    connect(m_pData->m_pBlendMode, indexChanged, this, &NVGradientToolbar::BlendModeChanged);
+    connect(m_pData->m_pRepeatCount, qOverload<int>(&QSpinBox::valueChanged), this,
+            &NVGradientToolbar::RepeatCountChanged);
+    connect(m_pData->m_pBlendMode, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &NVGradientToolbar::BlendModeChanged);
     connect(m_pData->m_pDrawOutside, &QCheckBox::toggled, this, &NVGradientToolbar::OutsideChanged);
-    connect(m_pData->m_pOpacitySpn, valueChanged, this, &NVGradientToolbar::OpacityChanged);
+    connect(m_pData->m_pOpacitySpn, qOverload<int>(&QSpinBox::valueChanged), this,
+            &NVGradientToolbar::OpacityChanged);
     connect(m_pData->m_pCommit, &QToolButton::clicked, this, &NVGradientToolbar::Commit);
     connect(m_pData->m_pCancel, &QToolButton::clicked, this, &NVGradientToolbar::Cancel);
     connect(m_pData->m_pGradients, &QToolButton::toggled, this, &NVGradientToolbar::OnGradientToggled);
