@@ -1,7 +1,7 @@
 #include "OptionArea.h"
 
+#include <QHBoxLayout>
 #include <QScrollBar>
-#include <QStackedLayout>
 #include <QToolButton>
 #include <QWheelEvent>
 
@@ -16,13 +16,13 @@ const int ButtonWidth = 18;
 
 OptionArea::OptionArea(QWidget* parent)
     : QScrollArea(parent),
-      m_pStack(new QStackedLayout),
+      m_pBars(new QHBoxLayout),
       m_pBack(AddButton(Qt::LeftArrow, tr("Show the options further left"))),
       m_pForward(AddButton(Qt::RightArrow, tr("Show the options further right")))
 {
     auto* content = new QWidget;
-    content->setLayout(m_pStack);
-    m_pStack->setContentsMargins(4, 2, 4, 2);
+    content->setLayout(m_pBars);
+    m_pBars->setContentsMargins(4, 2, 4, 2);
     setWidget(content);
     // The bar behind it shows through.
     content->setAutoFillBackground(false);
@@ -42,9 +42,16 @@ OptionArea::OptionArea(QWidget* parent)
 
 void OptionArea::ShowBar(QWidget* bar)
 {
-    if (m_pStack->indexOf(bar) < 0)
-        m_pStack->addWidget(bar);
-    m_pStack->setCurrentWidget(bar);
+    if (m_pShown == bar)
+        return;
+    if (m_pShown)
+        m_pShown->hide();
+    m_pShown = bar;
+    // A hidden bar takes no room, so each is scrolled for its own width alone.
+    if (m_pBars->indexOf(bar) < 0)
+        m_pBars->addWidget(bar);
+    bar->show();
+    horizontalScrollBar()->setValue(0);
 }
 
 QSize OptionArea::sizeHint() const

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <QPointer>
 #include <QScrollArea>
 
-class QStackedLayout;
+class QHBoxLayout;
 class QToolButton;
 
 // The strip under the menus that shows the option bar of the current tool. It is equally high for every tool.
@@ -34,7 +35,8 @@ private:
     QToolButton* AddButton(Qt::ArrowType arrow, const QString& name);
     void ScrollBy(int pixels);
 
-    QStackedLayout* m_pStack;
+    QHBoxLayout* m_pBars;
+    QPointer<QWidget> m_pShown;
     QToolButton* m_pBack;
     QToolButton* m_pForward;
 };

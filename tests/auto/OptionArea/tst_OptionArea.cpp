@@ -95,6 +95,30 @@ private Q_SLOTS:
         QVERIFY(!forward->isVisible());
     }
 
+    void aWideBarThatIsHiddenLeavesNoButtons()
+    {
+        OptionArea area;
+        auto* wide = new QWidget;
+        wide->setMinimumWidth(500);
+        auto* narrow = new QWidget;
+        narrow->setMinimumWidth(100);
+        area.resize(300, area.height());
+        area.ShowBar(wide);
+        area.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&area));
+        area.horizontalScrollBar()->setValue(area.horizontalScrollBar()->maximum());
+
+        area.ShowBar(narrow);
+
+        for (const QToolButton* button : area.findChildren<QToolButton*>())
+            QTRY_VERIFY(!button->isVisible());
+        QCOMPARE(narrow->mapTo(&area, QPoint()).x() > 0, true);
+
+        area.ShowBar(wide);
+        QTRY_VERIFY(area.findChildren<QToolButton*>().at(1)->isVisible());
+        QCOMPARE(area.horizontalScrollBar()->value(), 0);
+    }
+
     void aBarMayGoWhileItIsShown()
     {
         OptionArea area;
