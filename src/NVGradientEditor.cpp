@@ -571,6 +571,8 @@ void NVGradientEditor::ConnectButtonBox()
     SetUnsaved(false);
     connect(box, &QDialogButtonBox::accepted, this, &NVGradientEditor::OnAccept);
     connect(box, &QDialogButtonBox::rejected, this, &KXDialog::Reject);
+    // Else Enter would be for "Restore Defaults" in a dialog that opens with something unsaved.
+    box->button(QDialogButtonBox::Ok)->setFocus();
 }
 
 QRectF NVGradientEditor::Strip() const

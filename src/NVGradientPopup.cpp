@@ -1,6 +1,7 @@
 #include "NVGradientPopup.h"
 
 #include <QKeyEvent>
+#include <QLayout>
 #include <QPointer>
 #include <QStandardItemModel>
 
@@ -14,6 +15,9 @@
 NVGradientPopup::NVGradientPopup(QWidget* parent) : KXPopupWindow(parent), m_pUi(new Ui_GradientPopup)
 {
     m_pUi->setupUi(GetContent());
+    // A picture that is taken of the bar lays out its hidden popup too: the size of the form must count by
+    // then.
+    resize(GetContent()->size().grownBy(layout()->contentsMargins()));
     SetUpGradientRows(m_pUi->m_pGradientList);
     connect(m_pUi->m_pGradientList->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &NVGradientPopup::OnCurrentChanged);

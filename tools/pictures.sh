@@ -18,8 +18,8 @@ shopt -s nullglob
 # The window after the last step of that name.
 windows=("$folder"/[0-9]*-stamp-aligned.png)
 cp -- "${windows[-1]}" docs/pictures/norvane.png
-for bar in brush eraser stamp spot-healing blur dodge red-eye fill; do
+for bar in brush eraser stamp spot-healing blur dodge red-eye fill gradient; do
     cp -- "$folder/$bar-bar.png" docs/pictures/
 done
-cp -- "$folder/brush-panel.png" docs/pictures/
+cp -- "$folder/brush-panel.png" "$folder/gradient-editor.png" docs/pictures/
 ls -l docs/pictures

@@ -2,13 +2,11 @@
 
 #include <QApplication>
 #include <QPushButton>
-#include <QStackedLayout>
 
 #include "BrushTool.h"
 #include "KXBrushSettings.h"
 #include "NVApplication.h"
 #include "NVBrushToolbar.h"
-#include "OptionArea.h"
 #include "PatternSelectWidget.h"
 #include "TourGuide.h"
 #include "TourTopics.h"
@@ -36,15 +34,15 @@ void ChooseTheme(TourGuide& guide, int theme, int key)
 // Every bar, and the two kinds of popup.
 void ShowBars(TourGuide& guide, const QString& theme)
 {
-    const char* const tools[] = {"Eraser",  "Clone Stamp", "Spot Healing", "Blur", "Dodge",
-                                 "Red Eye", "Fill",        "Hand",         "Zoom", "Brush"};
+    const char* const tools[] = {"Eraser", "Clone Stamp", "Spot Healing", "Blur", "Dodge", "Red Eye",
+                                 "Fill",   "Gradient",    "Hand",         "Zoom", "Brush"};
     for (const char* tool : tools)
     {
         guide.ChooseTool(tool);
         const QString name = QString::fromLatin1(tool).toLower().replace(QLatin1Char(' '), QLatin1Char('-'));
-        const auto* bars = qobject_cast<QStackedLayout*>(guide.Find<OptionArea>()->widget()->layout());
-        if (guide.Check(bars && bars->currentWidget()->isVisible(), "there is no bar"))
-            guide.TakePictureOf(bars->currentWidget(), QStringLiteral("%1-%2-bar").arg(theme, name));
+        QWidget* shown = guide.GetWindow()->GetTool()->GetBar();
+        if (guide.Check(shown->isVisible(), "the bar is not to be seen"))
+            guide.TakePictureOf(shown, QStringLiteral("%1-%2-bar").arg(theme, name));
     }
     const NVBrushToolbar* bar = guide.GetWindow()->GetBrushTool()->GetBrushBar();
     guide.VisitPopup(Control<QPushButton>(bar, "m_pSelectBrushBtn"), bar->GetBrushes());

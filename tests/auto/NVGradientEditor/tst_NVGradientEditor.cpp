@@ -169,9 +169,10 @@ struct Host
 
     QPoint PointOf(int node) const { return View()->mapFromScene(Nodes().at(node)->pos()); }
     void Click(int node) const { QTest::mouseClick(Viewport(), Qt::LeftButton, {}, PointOf(node)); }
+    // Off the middle of the strip.
     void DoubleClick(int x, Qt::MouseButton button = Qt::LeftButton) const
     {
-        QTest::mouseDClick(Viewport(), button, {}, QPoint(x, 15));
+        QTest::mouseDClick(Viewport(), button, {}, QPoint(x, 6));
     }
     void Send(QEvent::Type type, const QPoint& place) const
     {
@@ -226,6 +227,7 @@ private Q_SLOTS:
     void loadOfAnEmptyListUnbindsThePane();
     void loadSharesItsList();
     void currentIndexIsToldOnceAChange();
+    void currentIndexIsToldBeforeThePaneFollows();
     void rowsShowTheirGradients();
     void gradientOfAnyIndexIsACopyOrEmpty();
     void setGradientReplacesAndRepaintsNothing();
@@ -244,6 +246,7 @@ private Q_SLOTS:
     void handlesStandAtTheirStops();
     void changeOfRowRebuildsTheHandles();
     void clickSelectsAHandleAndShowsItsColor();
+    void lateDeselectionOfTheHandleBeforeChangesNothing();
     void dragMovesTheStopAlongTheStrip();
     void dragStopsAtItsNeighbours_data();
     void dragStopsAtItsNeighbours();
@@ -268,6 +271,7 @@ private Q_SLOTS:
     void removeButtonsNeedThreeStops();
     void removedHandlesGoWithTheEventLoop();
     void resizingKeepsStopsAndSelection();
+    void dialogMadeLargerKeepsStopsAndSelection();
     void sceneSizeSetByTheHostCountsAsAMove();
     void stripKeepsItsSizeWhileNoRowIsCurrent();
     void stripOfNoWidthKeepsThePositions();
@@ -289,6 +293,7 @@ private Q_SLOTS:
     void acceptedCustomColorIsWritten();
     void customColorLeftUnchosenChangesNothing_data();
     void customColorLeftUnchosenChangesNothing();
+    void customColorForAStopThatIsGoneIsDropped();
     void colorSourcesNeedASelectedStop_data();
     void colorSourcesNeedASelectedStop();
 
@@ -298,6 +303,7 @@ private Q_SLOTS:
 
     void applySavesOnceAndCleans();
     void okSavesOnlyWhatIsUnsaved();
+    void enterIsOkFromTheStart_data();
     void enterIsOkFromTheStart();
     void cancelUndoesNothing();
     void restoreGoesBackToTheAppliedState();
@@ -668,6 +674,9 @@ void tst_NVGradientEditor::loadOfAnEmptyListUnbindsThePane()
     QVERIFY(host.Nodes().isEmpty());
     QVERIFY(!host.Button("m_pCopy")->isEnabled());
     QCOMPARE(host.List()->model()->rowCount(), 0);
+    // No stops are left to draw.
+    host.dialog->UpdateEditorBackground();
+    QCOMPARE(host.StripStops(), QLinearGradient().stops());
 }
 
 void tst_NVGradientEditor::loadSharesItsList()
@@ -700,6 +709,30 @@ void tst_NVGradientEditor::currentIndexIsToldOnceAChange()
     QVERIFY(!host.Button("m_pCopy")->isEnabled());
     QVERIFY(!host.Button("m_pDelete")->isEnabled());
     QVERIFY(!host.Find<QWidget>("m_pEditor")->isEnabled());
+}
+
+void tst_NVGradientEditor::currentIndexIsToldBeforeThePaneFollows()
+{
+    const Host host;
+    QStringList seen;
+    connect(host.dialog, &NVGradientEditor::CurrentIndexChanged, host.dialog,
+            [&](int row)
+            {
+                seen << QString("%1: copy %2, delete %3, pane %4, %5 handles")
+                            .arg(row)
+                            .arg(host.Button("m_pCopy")->isEnabled())
+                            .arg(host.Button("m_pDelete")->isEnabled())
+                            .arg(host.Find<QWidget>("m_pEditor")->isEnabled())
+                            .arg(host.Nodes().size());
+            });
+
+    host.dialog->SetCurrentIndex(1);
+    host.dialog->SetCurrentIndex(-1);
+    host.dialog->SetCurrentIndex(0);
+
+    QCOMPARE(seen,
+             QStringList({"1: copy 1, delete 1, pane 1, 3 handles", "-1: copy 0, delete 0, pane 1, 2 handles",
+                          "0: copy 1, delete 1, pane 0, 0 handles"}));
 }
 
 void tst_NVGradientEditor::rowsShowTheirGradients()
@@ -846,10 +879,14 @@ void tst_NVGradientEditor::deleteButtonGoesToTheNeighbour()
     QVERIFY(host.Show());
     host.dialog->SetCurrentIndex(row);
     SignalLog log(host.dialog);
+    QList<int> counts;
+    connect(host.dialog, &NVGradientEditor::CurrentIndexChanged, host.dialog,
+            [&] { counts << host.dialog->GetGradientCount(); });
 
     QTest::mouseClick(host.Button("m_pDelete"), Qt::LeftButton);
 
     QTEST(log.Entries(), "told");
+    QCOMPARE(counts, QList<int>({3, 2}));
     list.removeAt(row);
     QCOMPARE(host.dialog->GetGradients(), list);
     QCOMPARE(host.List()->model()->rowCount(), 2);
@@ -964,6 +1001,20 @@ void tst_NVGradientEditor::clickSelectsAHandleAndShowsItsColor()
     QVERIFY(!host.IsUnsaved());
 }
 
+void tst_NVGradientEditor::lateDeselectionOfTheHandleBeforeChangesNothing()
+{
+    const Host host;
+    QVERIFY(host.Show());
+
+    host.Nodes().at(1)->setSelected(true);
+    host.Nodes().at(0)->setSelected(false);
+
+    QCOMPARE(host.SunkenCount(), 1);
+    host.Box("m_pRed")->setValue(9);
+    QCOMPARE(host.Current()[1].GetColor(), QColor(9, 200, 0));
+    QCOMPARE(host.Current()[0], ThreeStops()[0]);
+}
+
 void tst_NVGradientEditor::dragMovesTheStopAlongTheStrip()
 {
     const Host host;
@@ -1066,6 +1117,7 @@ void tst_NVGradientEditor::doubleClickAddsAWhiteStop()
     QCOMPARE(host.Current().size(), 4);
     QCOMPARE(host.Current()[1], Stop(0.25, Qt::white));
     QCOMPARE(host.Places(), QList<double>({0, 100, 200, 400}));
+    QCOMPARE(host.Nodes().at(1)->y(), 15.0);
     QCOMPARE(host.Selected(), 1);
     QCOMPARE(host.SunkenCount(), 1);
     QCOMPARE(host.ColorNumber(), QString("#ffffffff"));
@@ -1351,6 +1403,31 @@ void tst_NVGradientEditor::resizingKeepsStopsAndSelection()
     host.Drag(3, QPoint(160, 15));
     QCOMPARE(host.Current()[3].GetPosition(), 0.8);
     QVERIFY(host.IsUnsaved());
+}
+
+void tst_NVGradientEditor::dialogMadeLargerKeepsStopsAndSelection()
+{
+    NVGradientEditor dialog(nullptr);
+    dialog.Load({FiveStops()});
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    const auto* view = dialog.findChild<QGraphicsView*>("m_pGraphicsView");
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, QPoint(view->viewport()->width() * 7 / 10, 15));
+    SignalLog log(&dialog);
+
+    for (const int larger : {150, 40})
+    {
+        const int before = view->viewport()->width();
+        dialog.resize(dialog.width() + larger, dialog.height() + larger);
+        QTRY_VERIFY(view->viewport()->width() > before);
+
+        const QList<QGraphicsItem*> selected = view->scene()->selectedItems();
+        QCOMPARE(selected.size(), 1);
+        QCOMPARE(selected.first()->pos(), QPointF(0.7 * view->viewport()->width(), 15));
+        QCOMPARE(dialog.GetGradients(), GradientList({FiveStops()}));
+        QVERIFY(!dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Apply)->isEnabled());
+    }
+    QCOMPARE(log.Entries(), QStringList());
 }
 
 void tst_NVGradientEditor::sceneSizeSetByTheHostCountsAsAMove()
@@ -1769,6 +1846,27 @@ void tst_NVGradientEditor::customColorLeftUnchosenChangesNothing()
     QCOMPARE(button->icon().pixmap(button->iconSize()).toImage().pixelColor(8, 8), QColor(Qt::black));
 }
 
+void tst_NVGradientEditor::customColorForAStopThatIsGoneIsDropped()
+{
+    const Host host;
+    QVERIFY(host.Show());
+    host.Click(1);
+    host.dialog->UpdateCustomColor(Qt::magenta);
+    ModalDriver driver(
+        [&](QWidget* window)
+        {
+            host.dialog->SetCurrentIndex(1);
+            ModalDriver::Press(window, "OK");
+        });
+
+    QTest::mouseClick(host.Button("m_pCustomColor"), Qt::LeftButton);
+
+    QVERIFY(driver.Finished());
+    QCOMPARE(host.dialog->GetGradients(), GradientList({ThreeStops(), TwoStops()}));
+    QCOMPARE(host.StripStops(), ToGradientStops(TwoStops()));
+    QVERIFY(!host.IsUnsaved());
+}
+
 void tst_NVGradientEditor::colorSourcesNeedASelectedStop_data()
 {
     QTest::addColumn<QByteArray>("button");
@@ -1902,9 +2000,20 @@ void tst_NVGradientEditor::okSavesOnlyWhatIsUnsaved()
     QVERIFY(!host.IsUnsaved());
 }
 
+void tst_NVGradientEditor::enterIsOkFromTheStart_data()
+{
+    QTest::addColumn<bool>("unsaved");
+    QTest::newRow("as it was loaded") << false;
+    QTest::newRow("with a new gradient") << true;
+}
+
 void tst_NVGradientEditor::enterIsOkFromTheStart()
 {
+    QFETCH(const bool, unsaved);
     const Host host;
+    if (unsaved)
+        host.dialog->NewGradient();
+    SignalLog log(host.dialog);
     ModalDriver driver(
         [&](QWidget* window)
         {
@@ -1913,8 +2022,10 @@ void tst_NVGradientEditor::enterIsOkFromTheStart()
         });
 
     QCOMPARE(host.dialog->Exec(), int(KXDialog::ResultAccepted));
+
     QVERIFY(driver.Finished());
-    QCOMPARE(host.dialog->GetGradientCount(), 2);
+    QCOMPARE(host.dialog->GetGradientCount(), unsaved ? 3 : 2);
+    QCOMPARE(log.Count("Save"), unsaved ? 1 : 0);
 }
 
 void tst_NVGradientEditor::cancelUndoesNothing()
@@ -1940,12 +2051,18 @@ void tst_NVGradientEditor::restoreGoesBackToTheAppliedState()
 {
     const Host host({ThreeStops(), FiveStops(), TwoStops()});
     QVERIFY(host.Show());
-    host.dialog->SetCurrentIndex(1);
+    const auto clickRow = [&host](int row)
+    {
+        const QRect place = host.List()->visualRect(host.List()->model()->index(row, 0));
+        QTest::mouseClick(host.List()->viewport(), Qt::LeftButton, {}, place.center());
+    };
+    // Not the row that was set: the one that is current when the button is pressed counts.
+    host.dialog->SetCurrentIndex(2);
+    clickRow(1);
     host.Drag(1, QPoint(100, 15));
     QTest::mouseClick(host.Button(QDialogButtonBox::Apply), Qt::LeftButton);
     const GradientList applied = host.dialog->GetGradients();
-    QTest::mouseClick(host.List()->viewport(), Qt::LeftButton, {},
-                      host.List()->visualRect(host.List()->model()->index(2, 0)).center());
+    clickRow(2);
     host.DoubleClick(100);
     QTest::mouseClick(host.Button("m_pCopy"), Qt::LeftButton);
     SignalLog log(host.dialog);

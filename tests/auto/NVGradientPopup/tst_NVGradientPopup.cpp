@@ -1,6 +1,8 @@
 // The drop-down list of gradients: its form, its list and current row, and the editor that it runs.
 
 #include <QDialogButtonBox>
+#include <QGraphicsItem>
+#include <QGraphicsView>
 #include <QGridLayout>
 #include <QListView>
 #include <QMainWindow>
@@ -9,9 +11,11 @@
 #include <QStandardItemModel>
 #include <QtTest>
 
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
 
+#include "ControlNode.h"
 #include "GradientStops.h"
 #include "KXMdiArea.h"
 #include "ModalDriver.h"
@@ -89,6 +93,7 @@ class tst_NVGradientPopup : public QObject
 
 private Q_SLOTS:
     void formHasItsTitleNameAndSize();
+    void hasTheSizeOfTheFormThoughItsParentWasPainted();
     void controlsStandInTheirPlaces();
     void controlsTakeNoFocus();
     void listShowsRowsByTheDelegate();
@@ -116,6 +121,7 @@ private Q_SLOTS:
     void newGradientIsGoneWhenTheEditorIsCancelled();
     void okKeepsTheNewGradient();
     void applyThenCancelKeepsWhatWasApplied();
+    void saveTellsTheRowOnceThoughItIsTheSame_data();
     void saveTellsTheRowOnceThoughItIsTheSame();
     void savingAnEmptyListTellsNoRow();
     void saveOfOthersIsIgnored();
@@ -135,6 +141,21 @@ void tst_NVGradientPopup::formHasItsTitleNameAndSize()
     QCOMPARE(popup.GetContent()->size(), QSize(398, 336));
     QCOMPARE(popup.windowTitle(), QString("Gradient tool"));
     QCOMPARE(popup.windowOpacity(), 1.0);
+}
+
+void tst_NVGradientPopup::hasTheSizeOfTheFormThoughItsParentWasPainted()
+{
+    QWidget parent;
+    NVGradientPopup popup(&parent);
+    parent.show();
+    QVERIFY(QTest::qWaitForWindowActive(&parent));
+    const QPixmap picture = parent.grab();
+
+    popup.Popup(QPoint(50, 50));
+
+    QVERIFY(!picture.isNull());
+    QCOMPARE(popup.GetContent()->size(), QSize(398, 336));
+    QCOMPARE(popup.size(), QSize(400, 338));
 }
 
 void tst_NVGradientPopup::controlsStandInTheirPlaces()
@@ -447,12 +468,22 @@ void tst_NVGradientPopup::newOpensOnANewGradient()
     Gradient current;
     int row = 0;
     bool unsaved = false;
+    QList<double> handles;
+    double width = 0;
     ModalDriver driver(
         [&](QWidget* window)
         {
             const NVGradientEditor* editor = EditorOf(window);
             row = editor->GetCurrentIndex();
             current = editor->GetGradient(row);
+            const auto* strip = window->findChild<QGraphicsView*>("m_pGraphicsView");
+            width = strip->viewport()->width();
+            const QList<QGraphicsItem*> items = strip->items();
+            for (const QGraphicsItem* item : items)
+            {
+                if (item->type() == ControlNode::Type)
+                    handles << item->x();
+            }
             unsaved = window->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Apply)->isEnabled();
             ModalDriver::CloseWindow(window);
         });
@@ -463,6 +494,8 @@ void tst_NVGradientPopup::newOpensOnANewGradient()
     QCOMPARE(row, 3);
     QCOMPARE(current, Fresh);
     QVERIFY(unsaved);
+    std::sort(handles.begin(), handles.end());
+    QCOMPARE(handles, QList<double>({0, width}));
 }
 
 void tst_NVGradientPopup::newGradientIsGoneWhenTheEditorIsCancelled()
@@ -517,15 +550,24 @@ void tst_NVGradientPopup::applyThenCancelKeepsWhatWasApplied()
     QCOMPARE(host.RowStops(0).first().second.red(), 40);
 }
 
+void tst_NVGradientPopup::saveTellsTheRowOnceThoughItIsTheSame_data()
+{
+    QTest::addColumn<int>("row");
+    // That of the first one must not get lost in the new list, which begins with it.
+    for (const int row : {0, 1, 2})
+        QTest::addRow("%d", row) << row;
+}
+
 void tst_NVGradientPopup::saveTellsTheRowOnceThoughItIsTheSame()
 {
+    QFETCH(const int, row);
     Host host;
     QVERIFY(host.Show());
-    host.popup.SetCurrentIndex(2);
+    host.popup.SetCurrentIndex(row);
     SignalLog log(&host.popup);
     int redWhenTold = -1;
     connect(&host.popup, &NVGradientPopup::CurrentIndexChanged, &host.popup,
-            [&](int row) { redWhenTold = FirstRed(host.popup.GetGradient(row)); });
+            [&](int told) { redWhenTold = FirstRed(host.popup.GetGradient(told)); });
     ModalDriver driver(
         [](QWidget* window)
         {
@@ -536,7 +578,8 @@ void tst_NVGradientPopup::saveTellsTheRowOnceThoughItIsTheSame()
     QTest::mouseClick(host.Edit(), Qt::LeftButton);
 
     QVERIFY(driver.Finished());
-    QCOMPARE(log.Entries(), QStringList({"CurrentIndexChanged(2)", "Save()", "ShowPopup()"}));
+    QCOMPARE(log.Entries(),
+             QStringList({QString("CurrentIndexChanged(%1)").arg(row), "Save()", "ShowPopup()"}));
     QCOMPARE(redWhenTold, 5);
     QVERIFY(host.Edit()->isEnabled());
 }

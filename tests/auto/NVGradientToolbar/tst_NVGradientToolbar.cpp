@@ -162,6 +162,8 @@ private Q_SLOTS:
     void otherObjectsAreNotFollowed();
     void popupMakesRoomForTheEditorAndComesBack_data();
     void popupMakesRoomForTheEditorAndComesBack();
+    void popupThatAsksToBeShownTogglesTheButton();
+    void savedGradientIsOnTheButtonAtOnce_data();
     void savedGradientIsOnTheButtonAtOnce();
     void savingAnEmptyListLeavesTheOldPicture();
 
@@ -1060,11 +1062,35 @@ void tst_NVGradientToolbar::popupMakesRoomForTheEditorAndComesBack()
     QTRY_COMPARE(QApplication::activeWindow(), host.Popup());
 }
 
-void tst_NVGradientToolbar::savedGradientIsOnTheButtonAtOnce()
+void tst_NVGradientToolbar::popupThatAsksToBeShownTogglesTheButton()
 {
     Host host;
     QVERIFY(host.Show());
-    host.bar->SetCurrentGradient(1);
+    const QSignalSpy clicks(host.Button(), &QToolButton::clicked);
+
+    Q_EMIT host.Popup()->ShowPopup();
+    QVERIFY(host.Button()->isChecked());
+    QVERIFY(host.bar->IsPopupVisible());
+    Q_EMIT host.Popup()->ShowPopup();
+    QVERIFY(!host.Button()->isChecked());
+    QVERIFY(!host.bar->IsPopupVisible());
+
+    QCOMPARE(clicks.size(), 0);
+}
+
+void tst_NVGradientToolbar::savedGradientIsOnTheButtonAtOnce_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::newRow("first") << 0;
+    QTest::newRow("second") << 1;
+}
+
+void tst_NVGradientToolbar::savedGradientIsOnTheButtonAtOnce()
+{
+    QFETCH(const int, row);
+    Host host;
+    QVERIFY(host.Show());
+    host.bar->SetCurrentGradient(row);
     SignalLog log(host.bar);
     QColor shown;
     ModalDriver driver(
@@ -1081,7 +1107,7 @@ void tst_NVGradientToolbar::savedGradientIsOnTheButtonAtOnce()
 
     QVERIFY(driver.Finished());
     QVERIFY(ProbeImage::Similar(shown, Qt::green, 8));
-    QCOMPARE(log.Entries(), QStringList({"GradientIndexChanged(1)", "SaveGradients()"}));
+    QCOMPARE(log.Entries(), QStringList({QString("GradientIndexChanged(%1)").arg(row), "SaveGradients()"}));
     QCOMPARE(host.bar->GetCurrentGradient().first().GetColor(), QColor(Qt::green));
 }
 
