@@ -7,6 +7,7 @@
 //     bench_batch_scan --scan DIR      the scan alone
 //     bench_batch_scan --dialog DIR    the scan with its dialog on the screen
 //     bench_batch_scan --walk DIR      what a plain QDirIterator takes to list the same files
+//     bench_batch_scan --limit DIR     what the system takes to name them all and to look at each once
 //     bench_batch_scan --suffixes      those that count as images
 
 #include <benchmark/benchmark.h>
@@ -20,10 +21,15 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdlib>
 
+#include <dirent.h>
+#include <fcntl.h>
 #include <malloc.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "KXAddToBatchDialog.h"
 #include "KXAddToBatchManager.h"
@@ -107,26 +113,44 @@ size_t liveBytes()
     return info.uordblks + info.hblkhd;
 }
 
-void print(int nodes, const QElapsedTimer& clock, double gap, double bytes)
+// What the process has in memory at present.
+double residentBytes()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    if (!file.open(QFile::ReadOnly))
+        return 0;
+    return file.readAll().split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE));
+}
+
+double peakBytes()
 {
     rusage usage;
     getrusage(RUSAGE_SELF, &usage);
-    printf("nodes=%d ms=%.1f gap_ms=%.1f bytes_a_node=%.0f peak_kib=%ld\n", nodes,
-           double(clock.nsecsElapsed()) * 1e-6, gap, bytes, usage.ru_maxrss);
+    return double(usage.ru_maxrss) * 1024;
+}
+
+void print(int nodes, const QElapsedTimer& clock)
+{
+    printf("nodes=%d ms=%.1f\n", nodes, double(clock.nsecsElapsed()) * 1e-6);
 }
 
 int scanAlone(const QString& path)
 {
     const TwentyFormats formats;
-    const size_t before = liveBytes();
+    const size_t liveBefore = liveBytes();
+    const double residentBefore = residentBytes();
     GapMeter gaps;
     QElapsedTimer clock;
     clock.start();
     const QList<Node*> roots = scan(path);
+    const double gap = gaps.Longest();
+    const double ms = double(clock.nsecsElapsed()) * 1e-6;
     int nodes = 0;
     for (const Node* root : roots)
         nodes += nodesBelow(root);
-    print(nodes, clock, gaps.Longest(), double(liveBytes() - before) / qMax(1, nodes));
+    printf("nodes=%d ms=%.1f gap_ms=%.1f bytes_a_node=%.0f peak_a_node=%.0f\n", nodes, ms, gap,
+           double(liveBytes() - liveBefore) / qMax(1, nodes),
+           (peakBytes() - residentBefore) / qMax(1, nodes));
     fflush(stdout);
     // Taking the tree down is no part of the figures.
     std::_Exit(0);
@@ -141,8 +165,10 @@ int scanWithDialog(const QString& path)
     clock.start();
     KXAddToBatchDialog dialog(&model, nullptr);
     dialog.AddFolders({path});
+    const double gap = gaps.Longest();
+    const double ms = double(clock.nsecsElapsed()) * 1e-6;
     const int nodes = model.rowCount() ? nodesBelow(model.NodeAt(model.index(0, 0))) : 0;
-    print(nodes, clock, gaps.Longest(), 0);
+    printf("nodes=%d ms=%.1f gap_ms=%.1f\n", nodes, ms, gap);
     fflush(stdout);
     std::_Exit(0);
 }
@@ -158,7 +184,46 @@ int walk(const QString& path)
     QDirIterator files(path, filters, QDir::Files, QDirIterator::Subdirectories);
     for (; files.hasNext(); files.next())
         ++count;
-    print(count, clock, 0, 0);
+    print(count, clock);
+    return 0;
+}
+
+bool isWanted(const QByteArray& name, const QList<QByteArray>& endings)
+{
+    return std::any_of(endings.cbegin(), endings.cend(),
+                       [&name](const QByteArray& ending) { return name.endsWith(ending); });
+}
+
+// By the system's own calls. Suffixes of the trees are in lower case.
+int limit(const QString& path)
+{
+    QList<QByteArray> endings;
+    for (const QString& suffix : suffixes())
+        endings << '.' + suffix.toLatin1();
+    QElapsedTimer clock;
+    clock.start();
+    int count = 0;
+    QList<QByteArray> folders{QFile::encodeName(path)};
+    for (int i = 0; i < folders.size(); ++i)
+    {
+        DIR* folder = opendir(folders[i]);
+        if (!folder)
+            continue;
+        while (const dirent* entry = readdir(folder))
+        {
+            const QByteArray name = QByteArray::fromRawData(entry->d_name, int(qstrlen(entry->d_name)));
+            if (name.startsWith('.'))
+                continue;
+            if (entry->d_type == DT_DIR)
+                folders << folders[i] + '/' + name;
+            struct statx unused;
+            if (entry->d_type == DT_REG && isWanted(name, endings) &&
+                statx(AT_FDCWD, folders[i] + '/' + name, 0, STATX_BASIC_STATS, &unused) == 0)
+                ++count;
+        }
+        closedir(folder);
+    }
+    print(count, clock);
     return 0;
 }
 
@@ -228,6 +293,8 @@ int main(int argc, char** argv)
         return scanWithDialog(arguments[2]);
     if (arguments.size() == 3 && arguments[1] == QLatin1String("--walk"))
         return walk(arguments[2]);
+    if (arguments.size() == 3 && arguments[1] == QLatin1String("--limit"))
+        return limit(arguments[2]);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QVarLengthArray>
 
 #include <algorithm>
 #include <vector>
@@ -27,34 +28,51 @@ bool isPlainCharacter(QChar c)
     return (code >= '0' && code <= '9') || (code >= 'a' && code <= 'z') || (code >= 'A' && code <= 'Z');
 }
 
-// "*." and letters and digits of ASCII: matching is a comparison of the name's end.
+// "*." and letters and digits of ASCII: matching is a comparison of what stands behind the last dot.
 bool isPlain(const QString& filter)
 {
     return filter.size() > 2 && filter.startsWith(QLatin1String("*.")) &&
         std::all_of(filter.cbegin() + 2, filter.cend(), isPlainCharacter);
 }
 
-// The plain filters ".ext" without their star.
-class Endings
+// What plain filters want behind the last dot of a name.
+class Suffixes
 {
 public:
-    explicit Endings(const QStringList& filters)
+    explicit Suffixes(const QStringList& filters)
     {
-        m_endings.reserve(std::size_t(filters.size()));
+        m_suffixes.reserve(std::size_t(filters.size()));
         for (const QString& filter : filters)
-            m_endings.push_back(QStringView(filter).mid(1));
+            m_suffixes.push_back(folded(QStringView(filter).mid(2)));
     }
 
-    // Case is folded as the toolkit's filters do: the Kelvin sign is a "k".
+    // Case is folded as the toolkit's filters do, letter by letter: the Kelvin sign is a "k".
     bool Match(QStringView name) const
     {
-        return m_endings.empty() ||
-            std::any_of(m_endings.cbegin(), m_endings.cend(),
-                        [name](QStringView ending) { return name.endsWith(ending, Qt::CaseInsensitive); });
+        if (m_suffixes.empty())
+            return true;
+        qsizetype start = name.size();
+        while (start > 0 && name.at(start - 1) != QLatin1Char('.'))
+            --start;
+        if (start == 0)
+            return false;
+        const Letters suffix = folded(name.mid(start));
+        return std::find(m_suffixes.cbegin(), m_suffixes.cend(), suffix) != m_suffixes.cend();
     }
 
 private:
-    std::vector<QStringView> m_endings;
+    using Letters = QVarLengthArray<QChar, 16>;
+
+    static Letters folded(QStringView text)
+    {
+        Letters letters;
+        letters.reserve(int(text.size()));
+        for (const QChar letter : text)
+            letters.append(letter.toCaseFolded());
+        return letters;
+    }
+
+    std::vector<Letters> m_suffixes;
 };
 
 // False if two names differ in case only: their order is then whatever QDir makes of it.
@@ -79,11 +97,12 @@ QStringList pathsOf(const std::vector<Entry>& entries)
 class OnePass
 {
 public:
-    // The filters are plain.
+    // The filters are plain. What is hidden is left out here, since the toolkit would ask each entry,
+    // whatever its name is.
     OnePass(const QString& path, const QStringList& filters)
-        : m_entries(path, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot),
-          m_endings(filters),
-          m_isClean(QDir::isAbsolutePath(path) && QDir::cleanPath(path) == path)
+        : m_entries(path, QDir::Files | QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot),
+          m_suffixes(filters),
+          m_isClean(IsCleanPath(path))
     {
         while (m_entries.hasNext())
             take(m_entries.next());
@@ -104,11 +123,14 @@ private:
     {
         const QStringView name = QStringView(path).mid(path.lastIndexOf(QLatin1Char('/')) + 1);
         const QFileInfo info = m_entries.fileInfo();
+        // Such names are hidden on the disk, but not among resources.
+        if (name.startsWith(QLatin1Char('.')) && info.isHidden())
+            return;
         const bool isFolder = info.isDir();
         // A link to a pipe or a device is no file and no folder, and QDir gives it out as either.
         if (isFolder || !info.isFile())
             m_folders.push_back(entryOf(path, name, info));
-        if (!isFolder && m_endings.Match(name))
+        if (!isFolder && m_suffixes.Match(name))
             m_files.push_back(entryOf(path, name, info));
     }
 
@@ -118,7 +140,7 @@ private:
     }
 
     QDirIterator m_entries;
-    const Endings m_endings;
+    const Suffixes m_suffixes;
     // What stands in a folder with a clean absolute path has one too.
     const bool m_isClean;
     std::vector<Entry> m_files;
@@ -144,13 +166,25 @@ FolderListing listInTwoPasses(const QString& path, const QStringList& filters)
 
 } // namespace
 
+bool IsCleanPath(const QString& path)
+{
+    if (!path.startsWith(QLatin1Char('/')))
+        return false;
+    for (int i = 1; i < path.size(); ++i)
+    {
+        if (path.at(i - 1) == QLatin1Char('/') &&
+            (path.at(i) == QLatin1Char('/') || path.at(i) == QLatin1Char('.')))
+            return false;
+    }
+    return true;
+}
+
 FolderListing ListFolder(const QString& path, const QStringList& filters)
 {
     FolderListing listing;
     // The toolkit makes a regular expression of each filter for each folder, which takes longer than to read
     // it.
-    if (std::all_of(filters.cbegin(), filters.cend(), isPlain) &&
-        OnePass(QDir(path).path(), filters).Sort(listing))
+    if (std::all_of(filters.cbegin(), filters.cend(), isPlain) && OnePass(path, filters).Sort(listing))
         return listing;
     return listInTwoPasses(path, filters);
 }

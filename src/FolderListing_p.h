@@ -14,3 +14,7 @@ struct FolderListing
 
 // Leaves out what is hidden; empty for a folder that cannot be read. Any thread.
 FolderListing ListFolder(const QString& path, const QStringList& filters);
+
+// Whether a path is absolute as it stands, without anything within it that would have to be taken out. False
+// in doubt: for what is hidden.
+bool IsCleanPath(const QString& path);

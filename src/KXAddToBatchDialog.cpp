@@ -116,7 +116,7 @@ void KXAddToBatchDialog::GatePainting()
         // A label that cannot grow asks for no new layout with each text.
         label->setFixedSize(width, label->sizeHint().height());
     }
-    auto* gate = new PaintGate(this, {m_pUi->m_pFolder, m_pUi->m_pProgress, m_pUi->m_pFile});
+    auto* gate = new PaintGate(this, {m_pUi->m_pFolder, m_pUi->m_pProgress, m_pUi->m_pFile}, m_pUi->m_pFile);
     connect(m_pManager, &Manager::Progress, gate, &PaintGate::Pass, Qt::QueuedConnection);
     connect(this, &KXAddToBatchDialog::Rejected, gate, &PaintGate::Open);
 }

@@ -36,9 +36,15 @@ void append(Roles& roles, int role, const QVariant& value)
     roles.insert(roles.constEnd(), role, value);
 }
 
-Node* makeFile(const QFileInfo& info, const QString& suffix)
+// What a listing gives is one already.
+QString absolutePath(const QFileInfo& info, const QString& path)
 {
-    const QString path = info.absoluteFilePath();
+    return IsCleanPath(path) ? path : info.absoluteFilePath();
+}
+
+// The path is absolute.
+Node* makeFile(const QFileInfo& info, const QString& path, const QString& suffix)
+{
     auto* node = new Node;
     Roles& roles = node->data.roles;
     append(roles, Qt::DisplayRole, info.fileName());
@@ -51,9 +57,8 @@ Node* makeFile(const QFileInfo& info, const QString& suffix)
     return node;
 }
 
-Node* makeFolder(const QFileInfo& info)
+Node* makeFolder(const QFileInfo& info, const QString& path)
 {
-    const QString path = info.absoluteFilePath();
     auto* node = new Node;
     Roles& roles = node->data.roles;
     append(roles, Qt::DisplayRole, info.fileName());
@@ -114,10 +119,10 @@ BatchScanResult ScanFunctor::operator()(const QString& path) const
         const QString suffix = info.suffix();
         // Suffixes in upper case match no file at all, on purpose.
         if (filters.contains(QLatin1String("*.") + suffix.toLower(), Qt::CaseSensitive))
-            result.node = makeFile(info, suffix);
+            result.node = makeFile(info, absolutePath(info, path), suffix);
         return result;
     }
-    result.node = makeFolder(info);
+    result.node = makeFolder(info, absolutePath(info, path));
     FolderListing listing = ListFolder(path, filters);
     result.files.swap(listing.files);
     result.folders.swap(listing.folders);

@@ -1,18 +1,21 @@
 #include "PaintGate_p.h"
 
 #include <QEvent>
+#include <QLabel>
 #include <QScopedValueRollback>
 #include <QWidget>
 
 namespace
 {
 
-constexpr qint64 Interval = 40; // ms
+// In ms.
+constexpr qint64 Interval = 40;
+constexpr qint64 Patience = 200;
 
 } // namespace
 
-PaintGate::PaintGate(QWidget* window, const QList<QWidget*>& widgets)
-    : QObject(window), m_pWindow(window), m_widgets(widgets)
+PaintGate::PaintGate(QWidget* window, const QList<QWidget*>& widgets, const QLabel* line)
+    : QObject(window), m_pWindow(window), m_widgets(widgets), m_pLine(line)
 {
     window->installEventFilter(this);
 }
@@ -21,7 +24,7 @@ void PaintGate::Pass()
 {
     if (!m_pWindow->isVisible())
         return;
-    if (!m_sincePaint.isValid() || m_sincePaint.elapsed() >= Interval)
+    if (IsDue())
     {
         const QScopedValueRollback<bool> painting(m_painting, true);
         SetOpen(true);
@@ -43,6 +46,12 @@ bool PaintGate::eventFilter(QObject* object, QEvent* event)
     if (event->type() == QEvent::Paint && !m_painting)
         Open();
     return QObject::eventFilter(object, event);
+}
+
+bool PaintGate::IsDue() const
+{
+    const qint64 wait = m_pLine->text().isEmpty() ? Patience : Interval;
+    return !m_sincePaint.isValid() || m_sincePaint.elapsed() >= wait;
 }
 
 void PaintGate::SetOpen(bool open)

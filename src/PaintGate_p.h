@@ -4,6 +4,7 @@
 #include <QList>
 #include <QObject>
 
+class QLabel;
 class QWidget;
 
 // Lets widgets of a window that change thousands of times a second paint at most 25 times in it. Texts and
@@ -13,8 +14,10 @@ class PaintGate : public QObject
     Q_OBJECT
 
 public:
-    // Belongs to the window. Open at first.
-    PaintGate(QWidget* window, const QList<QWidget*>& widgets);
+    // Belongs to the window. Open at first. While `line`, one of the widgets, is empty, painting is put off
+    // for a while: it is so at the beginning of each piece of work, and would be seen like that most of the
+    // time.
+    PaintGate(QWidget* window, const QList<QWidget*>& widgets, const QLabel* line);
 
 public Q_SLOTS:
     // Paints the widgets if it is time to, and closes the gate.
@@ -27,10 +30,12 @@ public:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
+    bool IsDue() const;
     void SetOpen(bool open);
 
     QWidget* m_pWindow;
     QList<QWidget*> m_widgets;
+    const QLabel* m_pLine;
     QElapsedTimer m_sincePaint;
     bool m_open = true;
     bool m_painting = false;

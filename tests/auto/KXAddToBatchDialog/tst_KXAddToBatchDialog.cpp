@@ -22,6 +22,7 @@
 #include "ProbeImage.h"
 #include "ScanLeak.h"
 #include "SignalLog.h"
+#include "SystemCalls.h"
 #include "TestMain.h"
 
 using Model = KXBatchInputModel;
@@ -194,12 +195,17 @@ private Q_SLOTS:
     void withoutAModelNothingHappens();
     void paintingIsGatedAndTextsAreExact();
     void windowThatIsPaintedAnewShowsItsTexts();
+    void paintingWaitsForAnItem();
     void updateOfAFile();
     void updateOfAFileThatIsGone();
     void updateOfAFileThatCameBack();
     void updateOfAFolderThatIsGone();
+    void updateOfAFolderThatGoesBetweenTwoLooks();
     void updateOfAFolderThatBecameAFile();
     void updateOfAnUnchangedFolder();
+    void updateLooksAtFilesFirst();
+    void endOfAnUpdateIsQueued();
+    void updateOfAFileRemovesNothing();
     void updateByForce();
     void updateOfAChangedFolder();
     void updateOfAFolderWithAnOlderDate();
@@ -664,6 +670,31 @@ void tst_KXAddToBatchDialog::windowThatIsPaintedAnewShowsItsTexts()
     QVERIFY(label->updatesEnabled());
 }
 
+void tst_KXAddToBatchDialog::paintingWaitsForAnItem()
+{
+    Model model;
+    Dialog dialog(&model, nullptr);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    Manager* manager = ManagerOf(&dialog);
+    QTRY_VERIFY((Q_EMIT manager->Progress(1), !FileLabel(&dialog)->updatesEnabled()));
+    const PaintCounter paints(FileLabel(&dialog));
+    // A folder begins.
+    Q_EMIT manager->ReadyAt(QString());
+    QElapsedTimer clock;
+    clock.start();
+    QTRY_VERIFY((Q_EMIT manager->Progress(1), clock.elapsed() >= 80));
+    const int early = clock.elapsed() < 200 ? paints.Count() : 0;
+    QCOMPARE(early, 0);
+    Q_EMIT manager->ReadyAt("File:a");
+    Q_EMIT manager->Progress(2);
+    QCoreApplication::processEvents();
+    QCOMPARE(paints.Count(), 1);
+    // But it does not wait forever.
+    Q_EMIT manager->ReadyAt(QString());
+    QTRY_COMPARE((Q_EMIT manager->Progress(1), paints.Count()), 2);
+}
+
 void tst_KXAddToBatchDialog::updateOfAFile()
 {
     Filled host;
@@ -718,6 +749,31 @@ void tst_KXAddToBatchDialog::updateOfAFolderThatIsGone()
     QCOMPARE(told.Count(), 0);
 }
 
+void tst_KXAddToBatchDialog::updateOfAFolderThatGoesBetweenTwoLooks()
+{
+    Filled host;
+    host.tree.Remove("top/in/b.png");
+    Dialog dialog(&host.model, nullptr);
+    SignalLog told(ManagerOf(&dialog));
+    QStringList steps;
+    const QModelIndex row = host.Row("top/in");
+    connect(&host.model, &Model::dataChanged, this,
+            [&](const QModelIndex& index, const QModelIndex&, const QVector<int>& roles)
+            {
+                if (index == row && !roles.isEmpty())
+                    steps << QString::number(roles.first());
+            });
+    connect(&host.model, &Model::rowsRemoved, this, [&] { steps << "removed"; });
+    SystemCalls::behindNextLook = [&] { host.tree.Remove("top/in"); };
+    dialog.Update(row, true);
+    QVERIFY(!SystemCalls::behindNextLook);
+    QCOMPARE(steps, QStringList({"261", "removed", "3"}));
+    QCOMPARE(host.model.rowCount(row), 0);
+    QCOMPARE(host.Role("top/in", Model::NodeExistsRole), QVariant(false));
+    QCOMPARE(host.Role("top/in", Qt::ToolTipRole), QVariant(host.tree.Path("top/in") + " (not exists)"));
+    QCOMPARE(told.Count(), 0);
+}
+
 void tst_KXAddToBatchDialog::updateOfAFolderThatBecameAFile()
 {
     Filled host;
@@ -744,6 +800,64 @@ void tst_KXAddToBatchDialog::updateOfAnUnchangedFolder()
     QCOMPARE(host.Role("top", Model::NodeExistsRole), QVariant(true));
     QCOMPARE(host.Role("top", Model::NodeModifiedRole), date);
     QCOMPARE(log.inserted.size() + log.removed.size() + told.Count(), 0);
+}
+
+void tst_KXAddToBatchDialog::updateLooksAtFilesFirst()
+{
+    Filled host;
+    QThreadPool* pool = QThreadPool::globalInstance();
+    const int threads = pool->maxThreadCount();
+    // One thread looks at them in their order.
+    pool->setMaxThreadCount(1);
+    Dialog dialog(&host.model, nullptr);
+    SignalLog told(ManagerOf(&dialog));
+    dialog.Update(host.Top(), true);
+    pool->setMaxThreadCount(threads);
+    QCOMPARE(told.Entries().filter("ReadyAt(\"F"),
+             QStringList({"ReadyAt(\"File:" + host.tree.Path("top/a.png") + "\")",
+                          "ReadyAt(\"Folder:" + host.tree.Path("top/in") + "\")",
+                          "ReadyAt(\"File:" + host.tree.Path("top/in/b.png") + "\")"}));
+}
+
+void tst_KXAddToBatchDialog::endOfAnUpdateIsQueued()
+{
+    Filled host;
+    Dialog dialog(&host.model, nullptr);
+    dialog.Update(host.Top(), true);
+    const ModelLog log(&host.model);
+    // Once more, and without a result this time.
+    Q_EMIT ManagerOf(&dialog)->ScanFinished();
+    QCOMPARE(log.removed.size(), 0);
+    QCoreApplication::processEvents();
+    QCOMPARE(log.removed.size(), 1);
+    QCOMPARE(host.model.rowCount(host.Top()), 0);
+}
+
+void tst_KXAddToBatchDialog::updateOfAFileRemovesNothing()
+{
+    class Removals : public Model
+    {
+    public:
+        bool removeRows(int row, int count, const QModelIndex& parent) override
+        {
+            ++calls;
+            return Model::removeRows(row, count, parent);
+        }
+        int calls = 0;
+    };
+    const Formats formats;
+    const FolderTree tree;
+    tree.Files({"a.png", "in/b.png"});
+    Removals model;
+    Dialog(&model, nullptr).AddFiles({tree.Path("a.png"), tree.Path("in")});
+    Dialog(&model, nullptr).Update(model.FindPath(tree.Path("a.png")), true);
+    tree.Remove("a.png");
+    Dialog(&model, nullptr).Update(model.FindPath(tree.Path("a.png")), true);
+    QCOMPARE(model.calls, 0);
+    tree.Remove("in/b.png");
+    tree.Remove("in");
+    Dialog(&model, nullptr).Update(model.FindPath(tree.Path("in")), true);
+    QCOMPARE(model.calls, 1);
 }
 
 void tst_KXAddToBatchDialog::updateByForce()

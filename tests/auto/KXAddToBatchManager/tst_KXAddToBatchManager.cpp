@@ -15,6 +15,7 @@
 #include "NVImageFileManager.h"
 #include "ScanLeak.h"
 #include "SignalLog.h"
+#include "SystemCalls.h"
 #include "TestMain.h"
 
 using Model = KXBatchInputModel;
@@ -116,6 +117,18 @@ void MakeTree(const FolderTree& tree)
     }
 }
 
+// Empty ones.
+QStringList MakeFolders(const FolderTree& tree, int count)
+{
+    QStringList paths;
+    for (int i = 0; i < count; ++i)
+    {
+        tree.Folder("f" + QByteArray::number(i));
+        paths << tree.Path("f" + QByteArray::number(i));
+    }
+    return paths;
+}
+
 // Ends the run after so many signals ReadyAt, or never.
 class AfterSignals : public QObject
 {
@@ -156,6 +169,20 @@ bool RunUntil(const std::function<bool()>& isDone)
     return isDone();
 }
 
+// What waits in a run is looked at one by one.
+class OneThread
+{
+public:
+    OneThread() : m_count(pool()->maxThreadCount()) { pool()->setMaxThreadCount(1); }
+    ~OneThread() { pool()->setMaxThreadCount(m_count); }
+
+private:
+    Q_DISABLE_COPY(OneThread)
+    static QThreadPool* pool() { return QThreadPool::globalInstance(); }
+
+    const int m_count;
+};
+
 // Everything that was posted, and what the pool still works on.
 void Settle()
 {
@@ -177,6 +204,7 @@ private Q_SLOTS:
     void textsAreTranslated();
     void treeIsSortedCountedAndComplete();
     void eachNodeIsToldOnceAndEachRunBeginsEmpty();
+    void eachPathIsLookedAtOnceAndEachFolderIsReadOnce();
     void progressBeginsAnewWithEachRun();
     void nothingHappensWithoutAnEventLoop();
     void emptyListFinishes();
@@ -196,6 +224,7 @@ private Q_SLOTS:
     void formatsMayGoInMidScan();
     void scanInMidScanTakesTheOldestInTheQueue();
     void scanStartedInTheSameBreathLosesTheRunInFlight();
+    void scanInMidScanWaitsForTheRunInFlight();
     void cancelWhenIdle();
     void cancelTwice();
     void cancelAtEveryStage_data();
@@ -203,6 +232,7 @@ private Q_SLOTS:
     void cancelFromWithinASignalOfTheNextRun();
     void cancelledManagerTellsProgressOnly();
     void cancelWaitsForTheRunInFlight();
+    void cancelForgetsWhatWaits();
     void deletedAtEveryStage_data();
     void deletedAtEveryStage();
     void folderThatHoldsALinkToItselfEnds();
@@ -355,6 +385,24 @@ void tst_KXAddToBatchManager::eachNodeIsToldOnceAndEachRunBeginsEmpty()
     QCOMPARE(log.Count("ScanFinished"), 1);
 }
 
+void tst_KXAddToBatchManager::eachPathIsLookedAtOnceAndEachFolderIsReadOnce()
+{
+    const Formats formats;
+    const FolderTree tree;
+    MakeTree(tree);
+    Manager manager(nullptr);
+    SystemCalls::Reset();
+    manager.ScanFolders({tree.Path()});
+    QVERIFY(RunToTheEnd(manager));
+    const Roots roots(manager.TakeResult());
+    const int nodes = AllBelow(roots.list.first()).size();
+    // What is listed has a suffix that is wanted, so all of it becomes nodes.
+    QCOMPARE(SystemCalls::looks.load(), nodes);
+    QCOMPARE(SystemCalls::accesses.load(), 0);
+    QCOMPARE(SystemCalls::folders.load(), nodes - FileCount(roots.list.first()));
+    QCOMPARE(SystemCalls::expressions.load(), 0);
+}
+
 void tst_KXAddToBatchManager::progressBeginsAnewWithEachRun()
 {
     const Formats formats;
@@ -494,9 +542,11 @@ void tst_KXAddToBatchManager::secondScanAfterTheFirstOne()
 void tst_KXAddToBatchManager::foldersComeBeforeFilesInARun()
 {
     const Formats formats;
+    const OneThread oneThread;
     const FolderTree tree;
     tree.Files({"a.png", "z/b.png", "y/c.png"});
     Manager manager(nullptr);
+    SignalLog log(&manager);
     QStringList runs;
     connect(&manager, &Manager::NewFolder, this, [&runs](const QString& text) { runs << text; });
     manager.ScanFolders({tree.Path()});
@@ -509,6 +559,11 @@ void tst_KXAddToBatchManager::foldersComeBeforeFilesInARun()
     for (const Node* child : roots.list.first()->children)
         kinds << PathOf(child).mid(tree.Path().size() + 1);
     QCOMPARE(kinds, QStringList({"y", "z", "a.png"}));
+    // One thread looks at them in their order.
+    QStringList told;
+    for (const QString& entry : log.Entries().filter("ReadyAt(\"F"))
+        told << entry.mid(entry.indexOf(tree.Path()) + tree.Path().size()).chopped(2);
+    QCOMPARE(told, QStringList({"", "/y", "/z", "/a.png", "/y/c.png", "/z/b.png"}));
 }
 
 void tst_KXAddToBatchManager::countsAreThoseOfFind_data()
@@ -776,17 +831,46 @@ void tst_KXAddToBatchManager::cancelledManagerTellsProgressOnly()
 void tst_KXAddToBatchManager::cancelWaitsForTheRunInFlight()
 {
     const FolderTree tree;
-    for (int i = 0; i < 300; ++i)
-        tree.Folder("f" + QByteArray::number(i));
     Manager manager(nullptr);
-    QStringList paths;
-    for (int i = 0; i < 300; ++i)
-        paths << tree.Path("f" + QByteArray::number(i));
+    const QStringList paths = MakeFolders(tree, 300);
+    SystemCalls::Reset();
     manager.ScanFolders(paths);
     manager.Cancel();
-    // All of it has been worked off: the last progress is the whole.
+    // All of it has been worked off.
+    QCOMPARE(SystemCalls::folders.load(), 300);
     SignalLog log(&manager);
     QTRY_VERIFY(log.Entries().contains("Progress(300)"));
+}
+
+void tst_KXAddToBatchManager::scanInMidScanWaitsForTheRunInFlight()
+{
+    const FolderTree tree;
+    Manager manager(nullptr);
+    const QStringList paths = MakeFolders(tree, 300);
+    SystemCalls::Reset();
+    manager.ScanFolders(paths);
+    manager.ScanFolders({});
+    QCOMPARE(SystemCalls::folders.load(), 300);
+    QVERIFY(RunToTheEnd(manager));
+    QVERIFY(manager.TakeResult().isEmpty());
+}
+
+void tst_KXAddToBatchManager::cancelForgetsWhatWaits()
+{
+    const Formats formats;
+    const FolderTree tree;
+    tree.Files({"a/1.png", "b/2.png"});
+    Manager manager(nullptr);
+    SignalLog log(&manager);
+    // The content of "a" waits by then.
+    const AfterSignals stage(&manager, 2, [&] { manager.Cancel(); });
+    manager.ScanFolders({tree.Path("a")});
+    QTRY_VERIFY(log.Entries().contains("NewFolder(\"Cancelled\")"));
+    Settle();
+    log.Clear();
+    manager.ScanFolders({tree.Path("b")});
+    QCOMPARE(log.Entries().filter("NewFolder"), QStringList("NewFolder(\"Folder:\")"));
+    Settle();
 }
 
 void tst_KXAddToBatchManager::deletedAtEveryStage_data()
@@ -843,17 +927,26 @@ void tst_KXAddToBatchManager::folderThatHoldsTwoLinksToItselfIsCancelledAtOnce()
     tree.Link(".", "in/two");
     Manager manager(nullptr);
     bool cancelled = false;
+    const auto cancel = [&]
+    {
+        SystemCalls::Reset();
+        manager.Cancel();
+        cancelled = true;
+    };
+    // Not from within a signal: one of them stands before a run that begins all the same.
     const AfterSignals stage(&manager, 2000,
-                             [&]
-                             {
-                                 manager.Cancel();
-                                 cancelled = true;
-                             });
+                             [&] { QMetaObject::invokeMethod(&manager, cancel, Qt::QueuedConnection); });
     manager.ScanFolders({tree.Path("in")});
     QVERIFY(RunUntil([&] { return cancelled; }));
+    // The folder in work has three entries. Two of them are folders, and in their lists stand two links each
+    // that are looked at. Hundreds of folders wait that nobody looks at any more.
+    QVERIFY(SystemCalls::looks <= 3 + 2 * 2);
+    QVERIFY(SystemCalls::folders <= 2);
     SignalLog log(&manager);
+    SystemCalls::Reset();
     Settle();
     QCOMPARE(log.Count("ReadyAt") + log.Count("NewFolder") + log.Count("ScanFinished"), 0);
+    QCOMPARE(SystemCalls::looks + SystemCalls::folders, 0);
 }
 
 void tst_KXAddToBatchManager::pathsThatGoBeforeTheyAreLookedAt()

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QRandomGenerator>
+#include <QResource>
 #include <QTranslator>
 #include <QtConcurrent>
 #include <QtTest>
@@ -11,6 +12,7 @@
 
 #include "FolderTree.h"
 #include "KXAddToBatchManager.h"
+#include "SystemCalls.h"
 #include "TestMain.h"
 
 using Model = KXBatchInputModel;
@@ -203,6 +205,7 @@ private Q_SLOTS:
     void listsAreInOrderWithoutRegardToCase();
     void subfoldersAreNotEntered();
     void hiddenIsNotListedButTaken();
+    void nothingIsHiddenAmongResources();
     void emptyFilterListsAllFilesAndTakesNone();
     void linksAreFollowed();
     void pipeIsNotListedButTakenAndNeverOpened();
@@ -216,6 +219,11 @@ private Q_SLOTS:
     void namesThatDifferInCaseOnly();
     void suffixesOfOtherAlphabets();
     void foldersThatChangeWhileTheyAreRead();
+    void pathIsLookedAtOnce_data();
+    void pathIsLookedAtOnce();
+    void folderIsReadOnceAndItsFilesAreLeftAlone();
+    void otherFiltersAreLeftToTheTwoCalls_data();
+    void otherFiltersAreLeftToTheTwoCalls();
 
 private:
     FolderTree m_tree;
@@ -454,6 +462,24 @@ void tst_ScanFunctor::hiddenIsNotListedButTaken()
     QCOMPARE(Names(folder.result.files), QStringList("c.png"));
 }
 
+void tst_ScanFunctor::nothingIsHiddenAmongResources()
+{
+    // :/scan with .a.png, b.png, .in/c.png and sub/d.png, as the resource compiler writes it.
+    const QByteArray resources = QByteArray::fromBase64(
+        "cXJlcwAAAAEAAACQAAAAFAAAACgAAAABeAAAAAF4AAAAAXgAAAABeAAEAAeZfgBzAGMAYQBuAAMAAHqyAHMAdQBiAA"
+        "MAADT+AC4AaQBuAAYDRFdHAC4AYQAuAHAAbgBnAAUAZVdHAGIALgBwAG4AZwAFAGZXRwBjAC4AcABuAGcABQBnV0cA"
+        "ZAAuAHAAbgBnAAAAAAACAAAAAQAAAAEAAAAAAAIAAAAEAAAAAgAAABoAAgAAAAEAAAAHAAAADgACAAAAAQAAAAYAAA"
+        "A4AAAAAAABAAAABQAAACYAAAAAAAEAAAAAAAAAWAAAAAAAAQAAAA8AAABIAAAAAAABAAAACg==");
+    const auto* data = reinterpret_cast<const uchar*>(resources.constData());
+    QVERIFY(QResource::registerResource(data));
+    const Looked looked(":/scan");
+    const BatchScanResult stated = Stated(":/scan", Plain);
+    QCOMPARE(looked.result.files, stated.files);
+    QCOMPARE(looked.result.folders, stated.folders);
+    QCOMPARE(looked.result.files, QStringList({":/scan/.a.png", ":/scan/b.png"}));
+    QVERIFY(QResource::unregisterResource(data));
+}
+
 void tst_ScanFunctor::emptyFilterListsAllFilesAndTakesNone()
 {
     const FolderTree tree;
@@ -515,6 +541,11 @@ void tst_ScanFunctor::pathIsMadeAbsoluteAndClean_data()
     QTest::newRow("relative") << "in" << true;
     QTest::newRow("here") << "." << true;
     QTest::newRow("relative, there and back") << "in/deep/../.." << true;
+    QTest::newRow("behind something hidden") << "%1/.hidden/in" << true;
+    QTest::newRow("hidden") << "%1/.hidden" << true;
+    QTest::newRow("dot at the end") << "%1/in/." << true;
+    QTest::newRow("two dots at the end") << "%1/in/deep/.." << true;
+    QTest::newRow("hidden file") << "%1/.hidden/in/.d.png" << false;
     QTest::newRow("relative file") << "in/a.png" << false;
     QTest::newRow("file, there and back") << "%1/in/../in//a.png" << false;
     QTest::newRow("root") << "/" << true;
@@ -526,7 +557,7 @@ void tst_ScanFunctor::pathIsMadeAbsoluteAndClean()
     QFETCH(QString, path);
     QFETCH(bool, isFolder);
     const FolderTree tree;
-    tree.Files({"in/a.png", "in/b.png", "in/deep/c.png"});
+    tree.Files({"in/a.png", "in/b.png", "in/deep/c.png", ".hidden/in/.d.png", ".hidden/in/e.png"});
     const QString before = QDir::currentPath();
     QVERIFY(QDir::setCurrent(tree.Path()));
     if (path.contains("%1"))
@@ -541,6 +572,7 @@ void tst_ScanFunctor::pathIsMadeAbsoluteAndClean()
     QCOMPARE(looked.Role(0), QVariant(info.fileName()));
     QCOMPARE(looked.Role(3), QVariant(info.absoluteFilePath()));
     QCOMPARE(looked.Role(259), QVariant(info.absoluteFilePath()));
+    QCOMPARE(looked.Role(Model::NodeIsFileRole), QVariant(int(!isFolder)));
     QVERIFY(QDir::setCurrent(before));
 }
 
@@ -693,6 +725,85 @@ void tst_ScanFunctor::foldersThatChangeWhileTheyAreRead()
     }
     stop = true;
     QFuture<void>(unrest).waitForFinished();
+}
+
+void tst_ScanFunctor::pathIsLookedAtOnce_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::newRow("file") << QByteArray("a.png");
+    QTest::newRow("file of another type") << QByteArray("a.txt");
+    QTest::newRow("link to a file") << QByteArray("link.png");
+    QTest::newRow("folder") << QByteArray("in");
+    QTest::newRow("link to a folder") << QByteArray("way");
+}
+
+void tst_ScanFunctor::pathIsLookedAtOnce()
+{
+    QFETCH(QByteArray, name);
+    const FolderTree tree;
+    tree.Files({"a.png", "a.txt", "in/b.png", "in/deep/c.png"});
+    tree.Link("a.png", "link.png");
+    tree.Link("in", "way");
+    const ScanFunctor functor{nullptr, Plain};
+    const QString path = tree.Path(name);
+    SystemCalls::Reset();
+    QVERIFY(QFile::exists(path));
+    QVERIFY(SystemCalls::accesses > 0);
+
+    SystemCalls::Reset();
+    delete functor(path).node;
+
+    QCOMPARE(SystemCalls::looks.load(), 1);
+    QCOMPARE(SystemCalls::accesses.load(), 0);
+    QCOMPARE(SystemCalls::expressions.load(), 0);
+}
+
+void tst_ScanFunctor::folderIsReadOnceAndItsFilesAreLeftAlone()
+{
+    const FolderTree tree;
+    for (int i = 0; i < 50; ++i)
+    {
+        tree.File(QByteArray::number(i) + (i % 2 ? ".png" : ".txt"));
+        tree.Folder("in " + QByteArray::number(i));
+    }
+    const ScanFunctor functor{nullptr, Plain};
+    const QString path = tree.Path();
+
+    SystemCalls::Reset();
+    const BatchScanResult result = functor(path);
+    const QScopedPointer<Node> node(result.node);
+
+    QCOMPARE(result.files.size() + result.folders.size(), 75);
+    QCOMPARE(SystemCalls::folders.load(), 1);
+    QCOMPARE(SystemCalls::looks.load(), 1);
+    QCOMPARE(SystemCalls::accesses.load(), 0);
+    QCOMPARE(SystemCalls::expressions.load(), 0);
+}
+
+void tst_ScanFunctor::otherFiltersAreLeftToTheTwoCalls_data()
+{
+    QTest::addColumn<QString>("filter");
+    QTest::newRow("joker") << "*.p?g";
+    QTest::newRow("set") << "*.[p]ng";
+    QTest::newRow("two parts") << "*.tar.png";
+    QTest::newRow("no suffix") << "*.";
+    QTest::newRow("no dot") << "*png";
+    QTest::newRow("letters beyond ASCII") << QString::fromUtf8("*.\xc3\xb6x");
+}
+
+void tst_ScanFunctor::otherFiltersAreLeftToTheTwoCalls()
+{
+    QFETCH(QString, filter);
+    const FolderTree tree;
+    tree.Files({"a.png", "a.tar.png", "a."});
+    const QString path = tree.Path();
+    for (const QStringList& filters : {QStringList(filter), QStringList({"*.jpg", filter})})
+    {
+        SystemCalls::Reset();
+        delete ScanFunctor{nullptr, filters}(path).node;
+        QCOMPARE(SystemCalls::folders.load(), 2);
+        QVERIFY(SystemCalls::expressions > 0);
+    }
 }
 
 NV_TEST_MAIN(tst_ScanFunctor)

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <random>
 
 namespace
@@ -16,6 +17,8 @@ namespace
 
 int s_comparisons = 0;
 QStringList s_deleted;
+// Called with each payload that goes.
+std::function<void()> s_whenDeleted;
 
 // Compares by key; `mark` tells equals apart.
 struct Plain
@@ -73,6 +76,8 @@ struct Named
     {
         if (!name.isEmpty())
             s_deleted.append(name);
+        if (s_whenDeleted)
+            s_whenDeleted();
     }
     bool operator<(const Named& other) const { return name < other.name; }
     bool operator<=(const Named& other) const { return name <= other.name; }
@@ -204,6 +209,7 @@ private Q_SLOTS:
     void disagreeingOperatorsTakeNoShortCut();
     void deletingDeletesTheChildrenInOrder();
     void deletingTakesTheNodeFromItsParent();
+    void deletingLeavesTheListAloneThatIsWalked();
     void deletingSkipsNullChildren();
     void deletingTheLastChildFirstLeavesTheList();
     void chainOfThousandsIsDeleted();
@@ -415,6 +421,22 @@ void tst_TreeNode::deletingTakesTheNodeFromItsParent()
     QCOMPARE(s_deleted, QStringList({"below a", "a"}));
 }
 
+void tst_TreeNode::deletingLeavesTheListAloneThatIsWalked()
+{
+    auto* root = new Tree<Named>;
+    for (const char* name : {"a", "b", "c"})
+        named(name, root);
+    QList<int> sizes;
+    s_whenDeleted = [&]
+    {
+        if (sizes.size() < 3)
+            sizes << root->children.size();
+    };
+    delete root;
+    s_whenDeleted = nullptr;
+    QCOMPARE(sizes, QList<int>({3, 3, 3}));
+}
+
 void tst_TreeNode::deletingSkipsNullChildren()
 {
     {
@@ -459,7 +481,7 @@ void tst_TreeNode::nodesAreMadeOnManyThreads()
         return node;
     };
     Node parent;
-    const QList<Node*> nodes = QtConcurrent::blockingMapped<QList<Node*>>(numbers, make);
+    const QList<Node*> nodes = QtConcurrent::mapped(numbers, make).results();
     for (Node* node : nodes)
         Node::AddChild(&parent, node);
     QCOMPARE(parent.children.size(), 500);
