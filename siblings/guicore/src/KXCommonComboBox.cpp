@@ -1,6 +1,10 @@
 #include "KXCommonComboBox.h"
 
+#include <QAbstractItemView>
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QStylePainter>
 #include <QWheelEvent>
 
@@ -11,11 +15,49 @@ namespace
 const int TextMargin = 1;
 const int IconSpacing = 4;
 
+bool closesList(const QKeyEvent* event)
+{
+    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Escape;
+}
+
 } // namespace
 
 KXCommonComboBox::KXCommonComboBox(QWidget* parent) : QComboBox(parent) { }
 
 KXCommonComboBox::~KXCommonComboBox() = default;
+
+void KXCommonComboBox::showPopup()
+{
+    QComboBox::showPopup();
+    // In front of the toolkit's own filter, however often the list was opened.
+    view()->installEventFilter(this);
+}
+
+// The toolkit's list closes as soon as it is asked whether the key is a shortcut. The press itself then
+// reaches what lies behind, as a dialog whose default button it presses. So the question waits for the press.
+bool KXCommonComboBox::eventFilter(QObject* object, QEvent* event)
+{
+    const bool isQuestion = event->type() == QEvent::ShortcutOverride;
+    if (m_answersKey || (!isQuestion && event->type() != QEvent::KeyPress) || object != view() ||
+        !closesList(static_cast<QKeyEvent*>(event)))
+    {
+        return QComboBox::eventFilter(object, event);
+    }
+    event->accept();
+    if (!isQuestion)
+    {
+        const auto* press = static_cast<QKeyEvent*>(event);
+        QKeyEvent question(QEvent::ShortcutOverride, press->key(), press->modifiers());
+        const QPointer<KXCommonComboBox> self(this);
+        m_answersKey = true;
+        QCoreApplication::sendEvent(object, &question);
+        if (self)
+        {
+            m_answersKey = false;
+        }
+    }
+    return true;
+}
 
 void KXCommonComboBox::paintEvent(QPaintEvent* event)
 {

@@ -5,8 +5,12 @@
 #include <QAbstractItemView>
 #include <QLineEdit>
 #include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
 #include <QWheelEvent>
+#include <QWindow>
 
+#include "KXDialog.h"
 #include "ProbeImage.h"
 #include "TestMain.h"
 
@@ -65,7 +69,10 @@ private Q_SLOTS:
     void entryThatFitsIsDrawnInFull_data();
     void entryThatFitsIsDrawnInFull();
     void editableBoxIsDrawnAsUsual();
+    void keyInTheOpenListEndsTheListAlone_data();
+    void keyInTheOpenListEndsTheListAlone();
     void boxMayDieWithItsListOpen();
+    void boxMayDieWhenAnEntryIsChosen();
 };
 
 void tst_KXCommonComboBox::wheelOverTheBoxChangesNothing()
@@ -223,6 +230,67 @@ void tst_KXCommonComboBox::editableBoxIsDrawnAsUsual()
     const ProbeImage probe(&box);
 
     QVERIFY2(!probe.Differs(ProbeImage(&plain)), qPrintable(probe.FailureText()));
+}
+
+void tst_KXCommonComboBox::keyInTheOpenListEndsTheListAlone_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<QString>("chosen");
+
+    QTest::newRow("Return chooses") << Qt::Key_Return << "Multiply";
+    QTest::newRow("Enter chooses") << Qt::Key_Enter << "Multiply";
+    QTest::newRow("Escape leaves it") << Qt::Key_Escape << "Normal";
+}
+
+void tst_KXCommonComboBox::keyInTheOpenListEndsTheListAlone()
+{
+    QFETCH(Qt::Key, key);
+    QFETCH(QString, chosen);
+    KXDialog dialog;
+    auto* box = new KXCommonComboBox(dialog.Content());
+    box->addItems({"Normal", "Multiply", "Screen"});
+    auto* button = new QPushButton("OK", dialog.Content());
+    button->move(0, 60);
+    button->setDefault(true);
+    dialog.resize(200, 120);
+    QSignalSpy finished(&dialog, &KXDialog::Finished);
+    QSignalSpy pressed(button, &QPushButton::clicked);
+    QSignalSpy activated(box, qOverload<int>(&QComboBox::activated));
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    box->setFocus();
+
+    // twice, since the second opening finds the list as the first one left it
+    for (int times = 1; times <= 2; ++times)
+    {
+        box->setCurrentIndex(0);
+        box->showPopup();
+        QTRY_VERIFY(box->view()->isVisible());
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_Down);
+        QTest::keyClick(dialog.windowHandle(), key);
+
+        QTRY_VERIFY(!box->view()->isVisible());
+        QCOMPARE(box->currentText(), chosen);
+        QCOMPARE(activated.size(), key == Qt::Key_Escape ? 0 : times);
+        QCOMPARE(pressed.size(), 0);
+        QCOMPARE(finished.size(), 0);
+    }
+    QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
+    QCOMPARE(pressed.size(), 1);
+}
+
+void tst_KXCommonComboBox::boxMayDieWhenAnEntryIsChosen()
+{
+    Host host;
+    QVERIFY(host.Show());
+    QPointer<KXCommonComboBox> box = host.box;
+    connect(box, qOverload<int>(&QComboBox::activated), box, &QObject::deleteLater);
+    box->showPopup();
+    QTRY_VERIFY(box->view()->isVisible());
+
+    QTest::keyClick(box->view(), Qt::Key_Return);
+
+    QTRY_VERIFY(!box);
 }
 
 void tst_KXCommonComboBox::boxMayDieWithItsListOpen()
