@@ -1,5 +1,6 @@
-// Draws the pictures of the themes: reads the drawings listed in a text file, gives each the colours of each
-// theme and writes it as PNG in three sizes, with a resource collection file beside them.
+// Makes the pictures and style sheets of the themes: reads the drawings and sheets listed in a text file and
+// gives each the colours of each theme. A drawing is written as PNG in three sizes, a sheet as text, with a
+// resource collection file beside them.
 //
 //   rasterize_theme LIST FOLDER
 
@@ -16,20 +17,21 @@
 
 namespace
 {
-// The colours as they stand in the drawings, which are those of the light theme.
-const char* const DrawnColors[] = {"#303a46", "#1f78d1", "#d3e4f7", "#ffffff", "#c8312b", "#e8a317"};
+// The colours as they stand in drawings and sheets, which are those of the light theme.
+const char* const DrawnColors[] = {"#303a46", "#1f78d1", "#d3e4f7", "#ffffff",
+                                   "#c8312b", "#e8a317", "#5f656d"};
 
 struct Theme
 {
     const char* name;
-    // In the order of DrawnColors: ink, accent, soft fill, paper, danger, caution.
-    std::array<const char*, 6> colors;
+    // In the order of DrawnColors: ink, accent, soft fill, paper, danger, caution, pale text.
+    std::array<const char*, 7> colors;
 };
 
 const Theme Themes[] = {
-    {"light", {"#303a46", "#1f78d1", "#d3e4f7", "#ffffff", "#c8312b", "#e8a317"}},
-    {"dark", {"#e3e7ec", "#5db0ff", "#3a4f66", "#20252b", "#ff7a70", "#ffc552"}},
-    {"contrast", {"#000000", "#0000c0", "#ffffff", "#ffffff", "#a00000", "#ffd000"}},
+    {"light", {"#303a46", "#1f78d1", "#d3e4f7", "#ffffff", "#c8312b", "#e8a317", "#5f656d"}},
+    {"dark", {"#e3e7ec", "#5db0ff", "#3a4f66", "#20252b", "#ff7a70", "#ffc552", "#aeb3ba"}},
+    {"contrast", {"#000000", "#0000c0", "#ffffff", "#ffffff", "#a00000", "#ffd000", "#5a5a5a"}},
 };
 
 const int Scales[] = {1, 2, 3};
@@ -85,6 +87,16 @@ void writePictures(const QString& path, const Theme& theme, const QDir& folder, 
         collection << "    <file>" << name << "</file>\n";
     }
 }
+
+void writeSheet(const QString& path, const Theme& theme, const QDir& folder, QTextStream& collection)
+{
+    const QString name = QStringLiteral("%1/%2").arg(QLatin1String(theme.name), QFileInfo(path).fileName());
+    const QByteArray text = recolored(contents(path), theme);
+    QFile file(folder.filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        fail(file.fileName() + QLatin1String(": ") + file.errorString());
+    collection << "    <file>" << name << "</file>\n";
+}
 } // namespace
 
 int main(int argc, char** argv)
@@ -103,7 +115,9 @@ int main(int argc, char** argv)
         const QList<QByteArray> lines = contents(QString::fromLocal8Bit(argv[1])).split('\n');
         for (const QByteArray& line : lines)
         {
-            if (!line.isEmpty())
+            if (line.endsWith(".qss"))
+                writeSheet(QString::fromLocal8Bit(line), theme, folder, collection);
+            else if (!line.isEmpty())
                 writePictures(QString::fromLocal8Bit(line), theme, folder, collection);
         }
     }

@@ -1,4 +1,4 @@
-// The pictures of the "theme:" scheme in all themes and sizes.
+// The pictures of the "theme:" scheme in all themes and sizes, and the style sheets by their roles.
 
 #include "KXResource.h"
 #include "TestMain.h"
@@ -7,6 +7,7 @@
 #include <QIcon>
 #include <QPixmap>
 #include <QPixmapCache>
+#include <QTemporaryDir>
 
 #include <cmath>
 
@@ -68,6 +69,14 @@ private Q_SLOTS:
     void pixelRatioComesFromTheName();
     void iconTakesTheFineVersionsToo();
     void unknownPictureIsNull();
+
+    void rolesHaveTheirNumbers();
+    void eachRoleHasASheetInEachTheme();
+    void sheetTakesTheColorsOfTheTheme();
+    void sheetIsReadOnceAndShared();
+    void sheetsOfAHostAreTaken();
+    void unknownRoleHasNoData();
+    void missingSheetHasNoData();
 };
 
 void tst_KXResource::cleanup()
@@ -134,12 +143,12 @@ void tst_KXResource::picturesOfAllToolsAreThere()
 
 void tst_KXResource::eachPictureHasAllThemesAndSizes()
 {
-    const QStringList names = QDir(Folders[0]).entryList(QDir::Files);
+    const QStringList names = QDir(Folders[0]).entryList({"*.png"}, QDir::Files);
     QVERIFY(!names.isEmpty());
 
     for (const QString& folder : Folders)
     {
-        QCOMPARE(QDir(folder).entryList(QDir::Files), names);
+        QCOMPARE(QDir(folder).entryList({"*.png"}, QDir::Files), names);
         for (const QString& name : names.filter(QRegularExpression("^[^@]*$")))
         {
             const QString base = folder + '/' + QFileInfo(name).completeBaseName();
@@ -158,7 +167,7 @@ void tst_KXResource::eachPictureStandsOutFromItsWindow()
 
     for (int i = 0; i < Folders.size(); ++i)
     {
-        for (const QFileInfo& file : QDir(Folders[i]).entryInfoList(QDir::Files))
+        for (const QFileInfo& file : QDir(Folders[i]).entryInfoList({"*.png"}, QDir::Files))
         {
             const double best = contrast(QImage(file.filePath()), windows[i]);
             QVERIFY2(best >= enough[i], qPrintable(QString("%1: %2").arg(file.filePath()).arg(best)));
@@ -222,6 +231,83 @@ void tst_KXResource::iconTakesTheFineVersionsToo()
 void tst_KXResource::unknownPictureIsNull()
 {
     QVERIFY(QPixmap("theme:no-such-picture.png").isNull());
+}
+
+void tst_KXResource::rolesHaveTheirNumbers()
+{
+    QCOMPARE(int(KXResource::HistoryItemSelected), 54);
+    QCOMPARE(int(KXResource::HistoryItemSelectedHover), 55);
+    QCOMPARE(int(KXResource::HistoryItem), 56);
+    QCOMPARE(int(KXResource::HistoryItemHover), 57);
+    QCOMPARE(int(KXResource::HistoryItemUndone), 58);
+    QCOMPARE(int(KXResource::HistoryItemUndoneHover), 59);
+}
+
+void tst_KXResource::eachRoleHasASheetInEachTheme()
+{
+    for (int theme = 0; theme < 3; ++theme)
+    {
+        KXResource::UseTheme(theme);
+        QSet<QString> sheets;
+        for (int role = 54; role <= 59; ++role)
+        {
+            const QVariant data = KXResource::GetData(static_cast<KXResource::ConstRole>(role));
+            QCOMPARE(data.userType(), int(QMetaType::QString));
+            QVERIFY2(data.toString().startsWith("NVHistoryItem {"), qPrintable(data.toString()));
+            sheets.insert(data.toString());
+        }
+        QCOMPARE(sheets.size(), 6);
+    }
+}
+
+void tst_KXResource::sheetTakesTheColorsOfTheTheme()
+{
+    const auto sheet = [] { return KXResource::GetData(KXResource::HistoryItemHover).toString(); };
+    const QString light = sheet();
+    QVERIFY2(light.contains("#d3e4f7"), qPrintable(light));
+
+    KXResource::UseTheme(KXResource::DarkTheme);
+    QVERIFY2(sheet().contains("#3a4f66") && !sheet().contains("#d3e4f7"), qPrintable(sheet()));
+    KXResource::UseTheme(KXResource::HighContrastTheme);
+    QVERIFY2(sheet().contains("#0000c0") && !sheet().contains("#d3e4f7"), qPrintable(sheet()));
+    KXResource::UseTheme(KXResource::LightTheme);
+    QCOMPARE(sheet(), light);
+}
+
+void tst_KXResource::sheetIsReadOnceAndShared()
+{
+    const QString one = KXResource::GetData(KXResource::HistoryItem).toString();
+    const QString two = KXResource::GetData(KXResource::HistoryItem).toString();
+
+    QCOMPARE(two.constData(), one.constData());
+}
+
+void tst_KXResource::sheetsOfAHostAreTaken()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("history-item.qss"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("NVHistoryItem { color: red; }");
+    file.close();
+
+    QDir::setSearchPaths("theme", {folder.path(), ":/theme/dark"});
+
+    QCOMPARE(KXResource::GetData(KXResource::HistoryItem).toString(),
+             QString("NVHistoryItem { color: red; }"));
+    QVERIFY(KXResource::GetData(KXResource::HistoryItemHover).toString().contains("#3a4f66"));
+}
+
+void tst_KXResource::unknownRoleHasNoData()
+{
+    for (const int role : {0, 53, 60, 64})
+        QVERIFY(!KXResource::GetData(static_cast<KXResource::ConstRole>(role)).isValid());
+}
+
+void tst_KXResource::missingSheetHasNoData()
+{
+    QDir::setSearchPaths("theme", {});
+
+    QVERIFY(!KXResource::GetData(KXResource::HistoryItem).isValid());
 }
 
 NV_TEST_MAIN(tst_KXResource)
