@@ -1,0 +1,235 @@
+// How long the print dialog takes to draw its preview anew, against the bare drawing of the same picture in
+// the same place; how long a job to a PDF file takes, against the picture saved as a JPEG of the same
+// quality; and how long the window stands still while a job runs.
+
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QGraphicsItem>
+#include <QGraphicsView>
+#include <QPrintPreviewWidget>
+#include <QRadioButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtConcurrent>
+#include <QtTest>
+
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+
+#include "NVPrintPreviewDialog.h"
+
+namespace
+{
+
+// As the toolkit writes the pictures of a PDF file.
+const int JpegQuality = 94;
+
+// Soft shapes with some grain, like a photograph, of so many megapixels, 4:3. The last one is kept.
+QImage Photo(int megapixels)
+{
+    static QImage image;
+    static int size = 0;
+    if (size == megapixels)
+        return image;
+    size = megapixels;
+    const int height = int(std::sqrt(megapixels * 1e6 * 3 / 4));
+    image = QImage(height * 4 / 3, height, QImage::Format_RGB32);
+    quint32 noise = 1;
+    for (int y = 0; y < image.height(); ++y)
+    {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x)
+        {
+            noise = noise * 1664525 + 1013904223;
+            const int grain = int(noise >> 28);
+            line[x] = qRgb((x * 255 / image.width() + grain) & 255, (y * 240 / image.height()) + grain,
+                           ((x + y) / 16 % 200) + grain);
+        }
+    }
+    return image;
+}
+
+// The dialog with A4 at 300 dots an inch and the picture fitted to the page, shown.
+class Preview
+{
+public:
+    Preview(int megapixels, bool turned) : m_dialog(nullptr)
+    {
+        auto* pages = m_dialog.findChild<QComboBox*>(QStringLiteral("m_pPageSize"));
+        pages->addItem(QStringLiteral("A4"), int(QPageSize::A4));
+        m_dialog.findChild<QComboBox*>(QStringLiteral("m_pDPI"))->addItem(QStringLiteral("300"), 300);
+        m_dialog.findChild<QRadioButton*>(QStringLiteral("m_pFitToPage"))->click();
+        m_dialog.findChild<QComboBox*>(QStringLiteral("m_pRotate"))->setCurrentIndex(turned ? 2 : 0);
+        m_dialog.SetSource(Photo(megapixels));
+        // A page of about 1000 by 1400 pixels.
+        m_dialog.resize(1500, 1530);
+        m_dialog.show();
+        m_shown = QTest::qWaitForWindowExposed(&m_dialog);
+        m_view = m_dialog.findChild<QPrintPreviewWidget*>()->findChild<QGraphicsView*>();
+    }
+    bool IsShown() const { return m_shown; }
+    NVPrintPreviewDialog& Dialog() { return m_dialog; }
+    void Repaint() { m_view->viewport()->repaint(); }
+    // From the picture to the pixels of the view.
+    QTransform ToView() const
+    {
+        const QGraphicsItem* page = m_view->scene()->items().first();
+        return m_dialog.CalcAffineTransformation() * page->deviceTransform(m_view->viewportTransform());
+    }
+    QRectF ClipInView() const
+    {
+        const QGraphicsItem* page = m_view->scene()->items().first();
+        return page->deviceTransform(m_view->viewportTransform()).mapRect(m_dialog.GetPageClipRect());
+    }
+    QSize ViewSize() const { return m_view->viewport()->size(); }
+
+private:
+    NVPrintPreviewDialog m_dialog;
+    QGraphicsView* m_view;
+    bool m_shown;
+};
+
+// Arguments: megapixels, and whether the picture is turned by a quarter.
+void UpdatePreview(benchmark::State& state)
+{
+    Preview preview(int(state.range(0)), state.range(1));
+    if (!preview.IsShown())
+        state.SkipWithError("the dialog does not open");
+    preview.Repaint();
+    for (auto _ : state)
+    {
+        Q_EMIT preview.Dialog().UpdatePreview();
+        preview.Repaint();
+    }
+}
+
+void BareDrawImage(benchmark::State& state)
+{
+    const Preview preview(int(state.range(0)), state.range(1));
+    const QImage image = Photo(int(state.range(0)));
+    const QTransform transform = preview.ToView();
+    const QRectF clip = preview.ClipInView();
+    QImage target(preview.ViewSize(), QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state)
+    {
+        target.fill(Qt::white);
+        QPainter painter(&target);
+        painter.setClipRect(clip);
+        painter.setTransform(transform);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(0, 0, image);
+    }
+}
+
+void pictures(benchmark::internal::Benchmark* bench)
+{
+    bench->ArgNames({"MP", "turned"})->Unit(benchmark::kMillisecond)->UseRealTime();
+    for (const int megapixels : {12, 50, 100})
+        bench->Args({megapixels, 0})->Args({megapixels, 1});
+}
+BENCHMARK(UpdatePreview)->Apply(pictures);
+BENCHMARK(BareDrawImage)->Apply(pictures);
+
+PrintJob A4Job(int megapixels, int copies)
+{
+    PrintJob job;
+    job.image = Photo(megapixels);
+    job.pageSize = QPageSize(QPageSize::A4);
+    job.resolution = 300;
+    job.clipRect = QRectF(0, 0, 2479, 3508);
+    const double scale = 2479.0 / job.image.width();
+    job.transform = QTransform::fromScale(scale, scale);
+    job.copies = copies;
+    return job;
+}
+
+void printToFile(const PrintJob& job, const QString& path)
+{
+    QPrinter printer(QPrinter::ScreenResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(path);
+    PrintPages(printer, job);
+}
+
+// Arguments: megapixels, copies.
+void PdfJob(benchmark::State& state)
+{
+    const QTemporaryDir folder;
+    const PrintJob job = A4Job(int(state.range(0)), int(state.range(1)));
+    for (auto _ : state)
+        printToFile(job, folder.filePath(QStringLiteral("job.pdf")));
+}
+BENCHMARK(PdfJob)
+    ->ArgNames({"MP", "copies"})
+    ->ArgsProduct({{12, 50, 100}, {1, 3, 20}})
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
+void SaveJpeg(benchmark::State& state)
+{
+    const QTemporaryDir folder;
+    const QImage image = Photo(int(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(image.save(folder.filePath(QStringLiteral("job.jpg")), "JPEG", JpegQuality));
+}
+BENCHMARK(SaveJpeg)->ArgName("MP")->Arg(12)->Arg(50)->Arg(100)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// The longest time between two turns of the event loop, from the moment when the dialog is disabled until the
+// job has ended. The counter "gap" is in milliseconds.
+void StandstillWhilePrinting(benchmark::State& state)
+{
+    const QTemporaryDir folder;
+    double longest = 0;
+    for (auto _ : state)
+    {
+        Preview preview(int(state.range(0)), true);
+        preview.Repaint();
+        QCoreApplication::processEvents();
+        const PrintJob job = A4Job(int(state.range(0)), 1);
+        QElapsedTimer since;
+        QTimer ticks;
+        ticks.setInterval(1);
+        QObject::connect(&ticks, &QTimer::timeout,
+                         [&]
+                         {
+                             longest = qMax(longest, since.nsecsElapsed() / 1e6);
+                             since.start();
+                         });
+        ticks.start();
+        since.start();
+        const QFuture<void> done =
+            QtConcurrent::run(printToFile, job, folder.filePath(QStringLiteral("job.pdf")));
+        preview.Dialog().setEnabled(false);
+        while (!done.isFinished())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    state.counters["gap"] = longest;
+}
+BENCHMARK(StandstillWhilePrinting)
+    ->ArgName("MP")
+    ->Arg(12)
+    ->Arg(100)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
+void CalcAffineTransformation(benchmark::State& state)
+{
+    Preview preview(1, true);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(preview.Dialog().CalcAffineTransformation());
+}
+BENCHMARK(CalcAffineTransformation)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // No printer of this machine is to be asked.
+    qputenv("CUPS_SERVER", "/nonexistent/cups.sock");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
