@@ -1,7 +1,10 @@
 #include "Specimens.h"
 
 #include "BrushPreview.h"
+#include "CameraView.h"
+#include "HistogramWidget.h"
 #include "KXAddToBatchDialog.h"
+#include "KXAnchorSelection.h"
 #include "KXBatchInputModel.h"
 #include "KXBrushSettings.h"
 #include "KXColorDlg.h"
@@ -14,9 +17,11 @@
 #include "KXMessageBox.h"
 #include "KXPanel.h"
 #include "KXPopupWindow.h"
+#include "NVAutoCrop.h"
 #include "NVBlurToolbar.h"
 #include "NVBrushPanel.h"
 #include "NVBrushToolbar.h"
+#include "NVCanvasSize.h"
 #include "NVDocumentView.h"
 #include "NVDodgeToolbar.h"
 #include "NVEraserToolbar.h"
@@ -24,14 +29,24 @@
 #include "NVGradientEditor.h"
 #include "NVGradientPopup.h"
 #include "NVGradientToolbar.h"
+#include "NVHistoryItem.h"
+#include "NVHistoryPanel.h"
+#include "NVImageSize.h"
+#include "NVIncompleteDocumentInfo.h"
+#include "NVNavigatorPanel.h"
+#include "NVPrintPreviewDialog.h"
 #include "NVRedEyeToolbar.h"
+#include "NVSelectColorRange.h"
 #include "NVSpinBox.h"
 #include "NVSpotHealingToolbar.h"
 #include "NVStampToolbar.h"
+#include "NavigatorWidget.h"
 #include "PatternSelectWidget.h"
+#include "TransformationCenterPointControl.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QImage>
 #include <QLabel>
@@ -139,11 +154,117 @@ void makeGradientWidget(Specimen& specimen)
     specimen.Widget = widget;
 }
 
+void makeHistoryPanel(Specimen& specimen)
+{
+    auto* panel = new NVHistoryPanel(nullptr);
+    QImage image(24, 24, QImage::Format_RGB32);
+    image.fill(Qt::darkCyan);
+    for (int i = 0; i < 20; ++i)
+    {
+        panel->AddItem(QString("Step %1").arg(i), image);
+    }
+    panel->EnableActions(true);
+    panel->SetSelected(12);
+    specimen.Widget = panel;
+}
+
+// A document whose two halves differ, and whose left half is half transparent.
+std::shared_ptr<KXDocumentInterface> makeDocument()
+{
+    QImage image(64, 48, QImage::Format_ARGB32_Premultiplied);
+    image.fill(QColor(0, 120, 120, 128));
+    for (int y = 0; y < image.height(); ++y)
+    {
+        for (int x = image.width() / 2; x < image.width(); ++x)
+        {
+            image.setPixelColor(x, y, QColor(200, 90, 30));
+        }
+    }
+    return std::make_shared<KXDocumentInterface>(image);
+}
+
+void makeOverview(Specimen& specimen)
+{
+    const auto document = makeDocument();
+    auto* overview = new NavigatorWidget;
+    overview->SetDocument(document.get(), nullptr);
+    overview->SetViewRect(QRectF(8, 6, 20, 15));
+    specimen.Widget = overview;
+    specimen.Context = {document};
+}
+
+void makeLoupe(Specimen& specimen)
+{
+    const auto document = makeDocument();
+    auto* loupe = new CameraView;
+    loupe->SetDocument(document.get(), 0);
+    loupe->SetScaleFactor(8);
+    loupe->SetGridType(CameraView::GridStandard);
+    specimen.Widget = loupe;
+    specimen.Context = {document};
+}
+
+void makeHistogram(Specimen& specimen)
+{
+    const auto document = makeDocument();
+    auto* histogram = new HistogramWidget;
+    histogram->SetDocument(document.get());
+    specimen.Widget = histogram;
+    specimen.Context = {document};
+}
+
+void makeNavigatorPanel(Specimen& specimen)
+{
+    const auto document = makeDocument();
+    const auto model = std::make_shared<KXDocumentModel>(document.get());
+    const auto view = std::make_shared<NVDocumentView>(model.get());
+    auto* panel = new NVNavigatorPanel(nullptr);
+    panel->SetSourceView(view.get());
+    specimen.Widget = panel;
+    specimen.Context = {view, model, document};
+}
+
+void makeColorRange(Specimen& specimen)
+{
+    auto* panel = new NVSelectColorRange(nullptr);
+    for (const QColor& color : {QColor(Qt::red), QColor(Qt::green), QColor(0, 0, 255, 0)})
+    {
+        panel->AddColor(color, color);
+    }
+    specimen.Widget = panel;
+}
+
 void makeAddToBatchDialog(Specimen& specimen)
 {
     const auto model = std::make_shared<KXBatchInputModel>();
     specimen.Widget = new KXAddToBatchDialog(model.get(), nullptr);
     specimen.Context = {model};
+}
+
+void makeImageSize(Specimen& specimen)
+{
+    specimen.Widget = new NVImageSize(72.0, QSize(1000, 500), nullptr);
+}
+
+void makeCanvasSize(Specimen& specimen)
+{
+    specimen.Widget = new NVCanvasSize(300, QSize(800, 600), nullptr);
+}
+
+// Lists as those of a printer, of which there is none; "Print" is off, so that nothing is printed.
+void makePrintDialog(Specimen& specimen)
+{
+    qputenv("CUPS_SERVER", "/nonexistent/cups.sock");
+    auto* dialog = new NVPrintPreviewDialog(nullptr);
+    dialog->findChild<QComboBox*>("m_pDPI")->addItem("150", 150);
+    auto* pages = dialog->findChild<QComboBox*>("m_pPageSize");
+    pages->addItem("A4", int(QPageSize::A4));
+    pages->addItem("Custom", int(QPageSize::Custom));
+    QImage image(64, 48, QImage::Format_RGB32);
+    image.fill(Qt::darkCyan);
+    dialog->SetSource(image);
+    dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->setEnabled(false);
+    specimen.Widget = dialog;
 }
 
 template <class Widget>
@@ -192,7 +313,10 @@ const std::vector<Species>& AllSpecies()
 {
     static const std::vector<Species> all = {
         {"BrushPreview", makeBrushPreview, false, {"const IBrush*"}},
+        {"CameraView", makeLoupe, true, {"KXDocumentInterface*"}},
+        {"HistogramWidget", makeHistogram, true, {"KXDocumentInterface*"}},
         {"KXAddToBatchDialog", makeAddToBatchDialog, false, {}},
+        {"KXAnchorSelection", makePlain<KXAnchorSelection>, true, {}},
         {"KXBrushSettings", makePlain<KXBrushSettings>, false, {}},
         {"KXColorDlg", makePlain<KXColorDlg>, false, {}},
         {"KXCommonComboBox", makeCombo, true, {}},
@@ -203,6 +327,7 @@ const std::vector<Species>& AllSpecies()
         {"KXPanel", makeFrame<KXPanel>, false, {}},
         {"KXPopupWindow", makePopup, true, {}},
         {"KXWidget", makeFrame<KXWidget>, true, {}},
+        {"NVAutoCrop", makePlain<NVAutoCrop>, false, {}},
         {"NVBlurToolbar", makePlain<NVBlurToolbar>, false, {}},
         {"NVBrushPanel", makeBrushPanel, false, {"IBrush*"}},
         {"NVBrushToolbar", makePlain<NVBrushToolbar>, false, {}},
@@ -210,6 +335,7 @@ const std::vector<Species>& AllSpecies()
          [](Specimen& specimen) { specimen.Widget = new NVBrushToolbarWidget(nullptr, true); },
          true,
          {}},
+        {"NVCanvasSize", makeCanvasSize, false, {}},
         {"NVDocumentView", makeView, false, {}},
         {"NVDodgeToolbar", makePlain<NVDodgeToolbar>, false, {}},
         {"NVEraserToolbar", makePlain<NVEraserToolbar>, false, {}},
@@ -217,14 +343,23 @@ const std::vector<Species>& AllSpecies()
         {"NVGradientEditor", makeGradientWidget<NVGradientEditor>, false, {}},
         {"NVGradientPopup", makeGradientWidget<NVGradientPopup>, false, {}},
         {"NVGradientToolbar", makeGradientWidget<NVGradientToolbar>, false, {}},
+        {"NVImageSize", makeImageSize, false, {}},
+        {"NVIncompleteDocumentInfo", makePlain<NVIncompleteDocumentInfo>, false, {}},
+        {"NVPrintPreviewDialog", makePrintDialog, false, {}},
+        {"NVHistoryItem", makePlain<NVHistoryItem>, true, {}},
+        {"NVHistoryPanel", makeHistoryPanel, false, {}},
+        {"NVNavigatorPanel", makeNavigatorPanel, false, {"NVDocumentView*"}},
         {"NVRedEyeToolbar",
          [](Specimen& specimen) { specimen.Widget = new NVRedEyeToolbar(nullptr, Qt::WindowFlags()); },
          false,
          {}},
+        {"NVSelectColorRange", makeColorRange, false, {}},
         {"NVSpinBox", makePlain<NVSpinBox>, true, {}},
         {"NVSpotHealingToolbar", makePlain<NVSpotHealingToolbar>, false, {}},
         {"NVStampToolbar", makePlain<NVStampToolbar>, false, {}},
+        {"NavigatorWidget", makeOverview, true, {"KXDocumentInterface*", "KXColorTransformBase*"}},
         {"PatternSelectWidget", makePlain<PatternSelectWidget>, false, {}},
+        {"TransformationCenterPointControl", makePlain<TransformationCenterPointControl>, true, {}},
     };
     return all;
 }

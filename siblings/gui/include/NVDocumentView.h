@@ -49,7 +49,8 @@ public:
     static const double MaxScale;
 
     // The model is not owned and must outlive the view, or be taken out by SetModel(nullptr). May be null.
-    // Its document may go first; the view is then empty.
+    // Its document may go first; the view is then empty. When it gets another size, the scale stays unless it
+    // is fitted, and what lay in the middle of the view does so again, as a share of the document.
     explicit NVDocumentView(KXDocumentModel* model, QWidget* parent = nullptr);
     ~NVDocumentView() override;
 
@@ -88,7 +89,7 @@ Q_SIGNALS:
     // With and without a button held, but not while panning.
     void Moved(const CanvasPoint& point);
     void Released(const CanvasPoint& point);
-    // The press is broken off: another document came, or the view was hidden.
+    // The press is broken off: another document came, its size changed, or the view was hidden.
     void Cancelled();
     // The pointer is no longer over the canvas.
     void PointerLeft();
@@ -112,6 +113,7 @@ protected:
 
 private Q_SLOTS:
     void OnCompositionChanged(const QRect& area);
+    void OnSizeChanged(const QSize& size);
     void OnDocumentDestroyed();
 
 private:

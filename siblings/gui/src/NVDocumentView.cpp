@@ -185,6 +185,7 @@ void NVDocumentView::SetModel(KXDocumentModel* model)
     {
         connect(d->pDocument, &KXDocumentInterface::CompositionChanged, this,
                 &NVDocumentView::OnCompositionChanged);
+        connect(d->pDocument, &KXDocumentInterface::SizeChanged, this, &NVDocumentView::OnSizeChanged);
         connect(d->pDocument, &QObject::destroyed, this, &NVDocumentView::OnDocumentDestroyed);
     }
     if (d->placement == Data::Free)
@@ -462,6 +463,22 @@ void NVDocumentView::OnCompositionChanged(const QRect& area)
     const double spread = 2.0 + d->scale;
     viewport()->update(changed.adjusted(-spread, -spread, spread, spread).toAlignedRect() &
                        viewport()->rect());
+}
+
+void NVDocumentView::OnSizeChanged(const QSize& size)
+{
+    cancelPress();
+    const QPointF middle(viewport()->width() / 2.0, viewport()->height() / 2.0);
+    const QPointF seen = MapToDocument(middle);
+    const QPointF kept(seen.x() * size.width() / d->documentSize.width(),
+                       seen.y() * size.height() / d->documentSize.height());
+    d->documentSize = size;
+    d->pyramid.SetDocumentSize(size);
+    if (d->placement == Data::Free)
+        setView(d->scale, middle - kept * d->scale);
+    else
+        place();
+    viewport()->update();
 }
 
 void NVDocumentView::OnDocumentDestroyed()
