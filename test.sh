@@ -125,7 +125,7 @@ thread_stages() {
     fi
 }
 
-groups=(build run test)
+groups=(build run test print)
 [ "$full" = no ] || groups+=(lint)
 [ "$thread" = no ] || groups+=(thread)
 stage "packages" tools/install-packages.sh "${groups[@]}" || exit 1

@@ -1,6 +1,6 @@
 #!/bin/bash
 # Installs the Debian packages that the named groups need and that are not there yet.
-#   tools/install-packages.sh GROUP...     groups: build run wayland test lint thread
+#   tools/install-packages.sh GROUP...     groups: build run wayland test print lint thread
 # NORVANE_SKIP_PACKAGES=1 leaves the machine as it is, for systems whose packages have other names.
 set -euo pipefail
 
@@ -14,6 +14,8 @@ group_packages() {
         # only for a desktop that offers Wayland and no X
         wayland) echo qtwayland5 ;;
         test) echo git ;;
+        # a print server for the tests, and what measures the documents that reach it
+        print) echo cups-daemon cups-client poppler-utils ;;
         lint) echo git clang-format clang-tidy clazy ;;
         # what the toolkit's core is built from for the thread sanitizer
         thread) echo ca-certificates dpkg-dev make perl pkg-config xz-utils zlib1g-dev libpcre2-dev \
