@@ -80,6 +80,12 @@ void Document::MarkSaved(const QString& path)
         Q_EMIT StateChanged();
 }
 
+void Document::ForgetSteps()
+{
+    m_pUndoStack->clear();
+    m_pUndoStack->resetClean();
+}
+
 qint64 Document::GetUndoBytes() const
 {
     qint64 bytes = 0;

@@ -35,6 +35,9 @@ public:
     bool IsModified() const;
     // The document is as the file at the path holds it now.
     void MarkSaved(const QString& path);
+    // Nothing can be undone or redone any more, and the document counts as changed: a step that other steps
+    // build on could not be carried out.
+    void ForgetSteps();
     // What the undo steps hold in memory, in bytes.
     qint64 GetUndoBytes() const;
 

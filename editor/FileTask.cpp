@@ -32,7 +32,7 @@ FileTask::FileTask(QStatusBar* statusBar, QObject* parent)
     cancel->setFocusPolicy(Qt::TabFocus);
     m_pLabel->setTextFormat(Qt::PlainText);
     m_pBar->setFixedWidth(160);
-    m_pBar->setAccessibleName(tr("Progress of the file"));
+    m_pBar->setAccessibleName(tr("Progress"));
     auto* layout = new QHBoxLayout(m_pPanel);
     layout->setContentsMargins(4, 0, 4, 0);
     layout->addWidget(m_pLabel);

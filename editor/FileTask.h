@@ -11,7 +11,8 @@ class QStatusBar;
 class QTimer;
 class QWidget;
 
-// Runs the reading or writing of a file off the GUI thread and waits for it in an event loop of its own.
+// Runs long work, such as the reading or writing of a file, off the GUI thread and waits for it in an event
+// loop of its own.
 // After 200 ms it shows progress and a Cancel button in the status bar; until then input of the person waits
 // in the queue. One at a time.
 class FileTask : public QObject

@@ -16,11 +16,13 @@
 
 #include <cmath>
 
+#include "BatchWindow.h"
 #include "BrushDock.h"
 #include "BrushTool.h"
 #include "Document.h"
 #include "DocumentWindow.h"
 #include "FileTask.h"
+#include "ImageMenu.h"
 #include "KXDocumentInterface.h"
 #include "KXMdiArea.h"
 #include "KXMessageBox.h"
@@ -28,6 +30,7 @@
 #include "NVApplication.h"
 #include "NVDocumentView.h"
 #include "OptionArea.h"
+#include "PrintMenu.h"
 #include "RecentFiles.h"
 #include "Theme.h"
 #include "TilesCommand.h"
@@ -77,6 +80,7 @@ MainWindow::MainWindow(QSettings* settings, QWidget* parent)
     CreateStatusBar();
     CreateFileMenu();
     CreateEditMenu();
+    CreateImageMenu();
     CreateLayerMenu();
     CreateViewMenu();
     CreateOtherMenus();
@@ -97,7 +101,9 @@ MainWindow::~MainWindow()
     // undo stacks.
     m_pTool->Deactivate();
     m_pBrushDock->ShowTool(nullptr);
+    m_pImageMenu->SetDocument(nullptr, nullptr);
     m_pLayerMenu->SetDocument(nullptr);
+    m_pPrintMenu->SetDocument(nullptr);
     disconnect(m_pArea, nullptr, this, nullptr);
     m_pArea->viewport()->removeEventFilter(this);
     const QList<DocumentWindow*> windows = GetDocumentWindows();
@@ -145,6 +151,11 @@ RecentFiles* MainWindow::GetRecentFiles() const
     return m_pRecent;
 }
 
+BatchWindow* MainWindow::GetBatchWindow() const
+{
+    return m_pBatch;
+}
+
 void MainWindow::ChooseTool(Tool* tool)
 {
     m_pToolBox->Choose(tool);
@@ -163,6 +174,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
         m_pTask->Cancel();
         return;
     }
+    if (m_pBatch && m_pBatch->isVisible() && !m_pBatch->close())
+        return;
     m_pTool->Finish();
     const QList<DocumentWindow*> windows = GetDocumentWindows();
     for (DocumentWindow* window : windows)
@@ -276,7 +289,9 @@ void MainWindow::OnWindowActivated()
         disconnect(m_pWindow->GetView(), nullptr, this, nullptr);
     m_pWindow = window;
     m_pTool->SetCanvas(GetView(), GetDocument());
+    m_pImageMenu->SetDocument(GetDocument(), GetView());
     m_pLayerMenu->SetDocument(GetDocument());
+    m_pPrintMenu->SetDocument(GetDocument());
     m_pUndoGroup->setActiveStack(window ? GetDocument()->GetUndoStack() : nullptr);
     if (window)
     {
@@ -293,6 +308,11 @@ void MainWindow::OnWindowActivated()
 void MainWindow::OnDocumentStateChanged()
 {
     UpdateTitle();
+}
+
+void MainWindow::OnDocumentSizeChanged()
+{
+    UpdateActions();
 }
 
 void MainWindow::OnUndoTextChanged(const QString& text)

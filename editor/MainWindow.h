@@ -8,15 +8,19 @@
 
 #include "Tool.h"
 
+class BatchWindow;
 class BrushDock;
 class BrushTool;
 class Document;
 class DocumentWindow;
 class FileTask;
+class ImageMenu;
 class KXMdiArea;
 class LayerMenu;
+class LayerPrompt;
 class NVDocumentView;
 class OptionArea;
+class PrintMenu;
 class QActionGroup;
 class QLabel;
 class QSettings;
@@ -49,6 +53,8 @@ public:
     T* FindTool() const;
     BrushTool* GetBrushTool() const;
     RecentFiles* GetRecentFiles() const;
+    // Null until it has been opened.
+    BatchWindow* GetBatchWindow() const;
 
     // Opens the file, or shows it if it is open already. When it can't be opened, a message says why, and
     // nothing else changes.
@@ -57,7 +63,8 @@ public:
     // Opens a picture that has no file yet.
     void OpenImage(const QImage& image, const QString& name);
     void OpenSample();
-    // Without a writable file of its own, the document asks for a name. False if it was not written.
+    // Without a writable file of its own, the document asks for a name; one of several layers asks whether to
+    // go on, since a file holds one. False if it was not written.
     bool SaveDocument(DocumentWindow* window);
     bool SaveDocumentAs(DocumentWindow* window);
     bool WriteDocument(DocumentWindow* window, const QString& path);
@@ -80,6 +87,7 @@ private Q_SLOTS:
     void OnRecentTriggered(QAction* action);
     void OnSave();
     void OnSaveAs();
+    void OnBatch();
     void OnClose();
     void OnUndo();
     void OnRedo();
@@ -95,6 +103,7 @@ private Q_SLOTS:
     void OnWindowActivated();
     void OnCloseAsked(DocumentWindow* window);
     void OnDocumentStateChanged();
+    void OnDocumentSizeChanged();
     void OnUndoTextChanged(const QString& text);
     void OnRedoTextChanged(const QString& text);
     void OnToolChosen(Tool* tool);
@@ -106,11 +115,20 @@ private Q_SLOTS:
     void OnThemeChanged(int theme);
 
 private:
+    enum SaveOutcome
+    {
+        Saved,
+        NotSaved,
+        // The person wants to go on without.
+        LeftUnsaved
+    };
+
     void CreateTools();
     void CreateDocks();
     void CreateStatusBar();
     void CreateFileMenu();
     void CreateEditMenu();
+    void CreateImageMenu();
     void CreateLayerMenu();
     void CreateViewMenu();
     void CreateThemeMenu(QMenu* view);
@@ -123,6 +141,12 @@ private:
     DocumentWindow* WindowOf(const QString& path) const;
     void AddDocument(std::unique_ptr<Document> document);
     void RemoveWindow(DocumentWindow* window);
+    SaveOutcome Save(DocumentWindow* window);
+    SaveOutcome SaveAs(DocumentWindow* window, bool asksAboutLayers);
+    // As an answer of LayerPrompt says.
+    SaveOutcome SaveBy(int answer, DocumentWindow* window, const QString& path);
+    // By a file dialog; empty when it was cancelled.
+    QString AskForPath(const Document* document);
     // Save, Discard or Cancel of KXMessageBox.
     int AskAboutChanges(const DocumentWindow* window);
     void ShowError(const QString& text);
@@ -140,7 +164,11 @@ private:
     QToolBar* m_pOptionBar;
     ToolBox* m_pToolBox;
     BrushDock* m_pBrushDock = nullptr;
+    BatchWindow* m_pBatch = nullptr;
+    ImageMenu* m_pImageMenu = nullptr;
     LayerMenu* m_pLayerMenu = nullptr;
+    LayerPrompt* m_pLayerPrompt = nullptr;
+    PrintMenu* m_pPrintMenu = nullptr;
     QList<Tool*> m_Tools;
     BrushTool* m_pBrush = nullptr;
     Tool* m_pTool = nullptr;

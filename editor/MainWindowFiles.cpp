@@ -2,6 +2,7 @@
 
 #include "MainWindow.h"
 
+#include <QAction>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QDragEnterEvent>
@@ -16,16 +17,21 @@
 #include <QUndoGroup>
 #include <QUndoStack>
 
+#include "BatchWindow.h"
 #include "Document.h"
 #include "DocumentFile.h"
 #include "DocumentWindow.h"
 #include "FileTask.h"
+#include "ImageMenu.h"
 #include "KXDocumentInterface.h"
 #include "KXMdiArea.h"
 #include "KXMessageBox.h"
 #include "LayerMenu.h"
+#include "LayerPrompt.h"
+#include "MemoryRoom.h"
 #include "NVDocumentView.h"
 #include "NewDocumentDialog.h"
+#include "PrintMenu.h"
 #include "RecentFiles.h"
 #include "SamplePicture.h"
 #include "Tool.h"
@@ -84,13 +90,47 @@ void MainWindow::OpenSample()
 
 bool MainWindow::SaveDocument(DocumentWindow* window)
 {
-    const QString path = window->GetDocument()->GetPath();
-    return path.isEmpty() || !HasWritableSuffix(path) ? SaveDocumentAs(window) : WriteDocument(window, path);
+    return Save(window) == Saved;
 }
 
 bool MainWindow::SaveDocumentAs(DocumentWindow* window)
 {
+    return SaveAs(window, true) == Saved;
+}
+
+// None of the formats that can be written holds layers.
+MainWindow::SaveOutcome MainWindow::Save(DocumentWindow* window)
+{
     const QString path = window->GetDocument()->GetPath();
+    if (path.isEmpty() || !HasWritableSuffix(path))
+        return SaveAs(window, true);
+    const bool isFlat = window->GetDocument()->GetPixels()->GetLayerCount() == 1;
+    return SaveBy(isFlat ? LayerPrompt::Save : m_pLayerPrompt->Ask(), window, path);
+}
+
+MainWindow::SaveOutcome MainWindow::SaveAs(DocumentWindow* window, bool asksAboutLayers)
+{
+    const QString path = AskForPath(window->GetDocument());
+    if (path.isEmpty())
+        return NotSaved;
+    const bool isFlat = window->GetDocument()->GetPixels()->GetLayerCount() == 1;
+    const bool asks = asksAboutLayers && !isFlat && m_pLayerPrompt->GetAction()->isChecked();
+    return SaveBy(asks ? m_pLayerPrompt->Ask() : LayerPrompt::Save, window, path);
+}
+
+MainWindow::SaveOutcome MainWindow::SaveBy(int answer, DocumentWindow* window, const QString& path)
+{
+    if (answer == LayerPrompt::Save)
+        return WriteDocument(window, path) ? Saved : NotSaved;
+    if (answer == LayerPrompt::SaveAs)
+        return SaveAs(window, false);
+    ShowStatus(tr("%1 was not saved.").arg(window->GetDocument()->GetTitle()));
+    return answer == LayerPrompt::DontSave ? LeftUnsaved : NotSaved;
+}
+
+QString MainWindow::AskForPath(const Document* document)
+{
+    const QString path = document->GetPath();
     const QString folder = m_pSettings->value(FolderKey, QDir::homePath()).toString();
     QFileDialog dialog(this, tr("Save As"), path.isEmpty() ? folder : QFileInfo(path).absolutePath());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -98,11 +138,10 @@ bool MainWindow::SaveDocumentAs(DocumentWindow* window)
     dialog.setDefaultSuffix(QStringLiteral("png"));
     dialog.selectFile(HasWritableSuffix(path)
                           ? QFileInfo(path).fileName()
-                          : QFileInfo(window->GetDocument()->GetTitle()).completeBaseName() +
-                              QStringLiteral(".png"));
+                          : QFileInfo(document->GetTitle()).completeBaseName() + QStringLiteral(".png"));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return false;
-    return WriteDocument(window, dialog.selectedFiles().constFirst());
+        return QString();
+    return dialog.selectedFiles().constFirst();
 }
 
 bool MainWindow::WriteDocument(DocumentWindow* window, const QString& path)
@@ -150,7 +189,7 @@ bool MainWindow::CloseDocument(DocumentWindow* window)
         const int answer = AskAboutChanges(window);
         if (answer != KXMessageBox::Save && answer != KXMessageBox::Discard)
             return false;
-        if (answer == KXMessageBox::Save && !SaveDocument(window))
+        if (answer == KXMessageBox::Save && Save(window) == NotSaved)
             return false;
     }
     RemoveWindow(window);
@@ -188,10 +227,11 @@ void MainWindow::OnNew()
     NewDocumentDialog dialog(this);
     if (dialog.Exec() != KXDialog::ResultAccepted)
         return;
-    QImage image(dialog.GetSize(), QImage::Format_ARGB32_Premultiplied);
+    const QString reason = WhyNotInMemory(dialog.GetSize(), 1);
+    QImage image(reason.isEmpty() ? dialog.GetSize() : QSize(), QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
     {
-        ShowError(tr("There is not enough memory for a picture of this size."));
+        ShowError(reason.isEmpty() ? tr("There is not enough memory for the picture.") : reason);
         return;
     }
     image.fill(dialog.GetFill());
@@ -232,6 +272,15 @@ void MainWindow::OnSaveAs()
         SaveDocumentAs(m_pWindow);
 }
 
+void MainWindow::OnBatch()
+{
+    if (!m_pBatch)
+        m_pBatch = new BatchWindow(m_pSettings, this);
+    m_pBatch->show();
+    m_pBatch->raise();
+    m_pBatch->activateWindow();
+}
+
 void MainWindow::OnClose()
 {
     if (m_pWindow)
@@ -270,6 +319,8 @@ void MainWindow::AddDocument(std::unique_ptr<Document> document)
 {
     m_pUndoGroup->addStack(document->GetUndoStack());
     connect(document.get(), &Document::StateChanged, this, &MainWindow::OnDocumentStateChanged);
+    connect(document->GetPixels(), &KXDocumentInterface::SizeChanged, this,
+            &MainWindow::OnDocumentSizeChanged);
     auto* window = new DocumentWindow(std::move(document), m_pArea);
     connect(window, &DocumentWindow::CloseAsked, this, &MainWindow::OnCloseAsked);
     m_pArea->addSubWindow(window);
@@ -290,11 +341,14 @@ void MainWindow::RemoveWindow(DocumentWindow* window)
     if (window == m_pWindow)
     {
         m_pTool->SetCanvas(nullptr, nullptr);
+        m_pImageMenu->SetDocument(nullptr, nullptr);
         m_pLayerMenu->SetDocument(nullptr);
+        m_pPrintMenu->SetDocument(nullptr);
         disconnect(window->GetView(), nullptr, this, nullptr);
         m_pWindow = nullptr;
     }
     disconnect(window->GetDocument(), nullptr, this, nullptr);
+    disconnect(window->GetDocument()->GetPixels(), nullptr, this, nullptr);
     m_pUndoGroup->removeStack(window->GetDocument()->GetUndoStack());
     m_pArea->removeSubWindow(window);
     window->hide();

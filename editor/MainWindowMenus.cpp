@@ -19,8 +19,11 @@
 #include "GradientMenu.h"
 #include "GradientTool.h"
 #include "HandTool.h"
+#include "ImageMenu.h"
 #include "LayerMenu.h"
+#include "LayerPrompt.h"
 #include "OptionArea.h"
+#include "PrintMenu.h"
 #include "RecentFiles.h"
 #include "RedEyeTool.h"
 #include "SpotHealingTool.h"
@@ -104,6 +107,15 @@ void MainWindow::CreateFileMenu()
                                     &MainWindow::OnSave),
                           AddAction(menu, tr("Save &As..."), QStringLiteral("document-save-as"),
                                     QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_S), &MainWindow::OnSaveAs)};
+    m_pLayerPrompt = new LayerPrompt(m_pSettings, this);
+    menu->addAction(m_pLayerPrompt->GetAction());
+    menu->addSeparator();
+    m_pPrintMenu = new PrintMenu(menu, {this, m_pTask, m_pSettings}, this);
+    connect(m_pPrintMenu, &PrintMenu::AboutToChange, this, &MainWindow::OnAboutToChange);
+    connect(m_pPrintMenu, &PrintMenu::Message, this, &MainWindow::ShowStatus);
+    menu->addSeparator();
+    AddAction(menu, tr("&Batch..."), QString(), QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_B),
+              &MainWindow::OnBatch);
     menu->addSeparator();
     m_DocumentActions += AddAction(menu, tr("&Close"), QStringLiteral("document-close"),
                                    QKeySequence(Qt::CTRL + Qt::Key_W), &MainWindow::OnClose);
@@ -137,6 +149,13 @@ void MainWindow::CreateEditMenu()
     connect(m_pUndoGroup, &QUndoGroup::redoTextChanged, this, &MainWindow::OnRedoTextChanged);
     m_pUndo->setEnabled(false);
     m_pRedo->setEnabled(false);
+}
+
+void MainWindow::CreateImageMenu()
+{
+    m_pImageMenu = new ImageMenu(menuBar()->addMenu(tr("&Image")), {this, m_pTask, m_pSettings}, this);
+    connect(m_pImageMenu, &ImageMenu::AboutToChange, this, &MainWindow::OnAboutToChange);
+    connect(m_pImageMenu, &ImageMenu::Message, this, &MainWindow::ShowStatus);
 }
 
 void MainWindow::CreateLayerMenu()

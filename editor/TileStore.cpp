@@ -29,8 +29,12 @@ void TileStore::MoveToDisk()
     }
     if (!file->flush())
         return;
+    m_formats.clear();
     for (SavedTile& tile : m_tiles)
+    {
+        m_formats += tile.before.format();
         tile.before = QImage();
+    }
     m_pFile = std::move(file);
 }
 
@@ -42,7 +46,7 @@ QVector<SavedTile>* TileStore::Load()
     m_pFile->seek(0);
     for (SavedTile& tile : tiles)
     {
-        tile.before = QImage(tile.rect.size(), QImage::Format_ARGB32_Premultiplied);
+        tile.before = QImage(tile.rect.size(), m_formats.at(int(&tile - tiles.begin())));
         const qint64 bytes = tile.before.sizeInBytes();
         if (tile.before.isNull() ||
             m_pFile->read(reinterpret_cast<char*>(tile.before.bits()), bytes) != bytes)

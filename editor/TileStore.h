@@ -8,7 +8,9 @@
 
 class QTemporaryFile;
 
-// Pieces of layers that are kept for later: in memory, or in a temporary file while they are not needed.
+// Pieces of layers, or of a selection, that are kept for later: in memory, or in a temporary file while they
+// are not needed. Their images are as large as their rects and have lines without gaps beyond those of the
+// format.
 class TileStore
 {
 public:
@@ -27,5 +29,7 @@ public:
 
 private:
     QVector<SavedTile> m_tiles;
+    // Of the tiles that lie in the file.
+    QVector<QImage::Format> m_formats;
     std::unique_ptr<QTemporaryFile> m_pFile;
 };

@@ -14,9 +14,9 @@ int RunTour(const QString& folder, const QString& picture)
         return 1;
     }
     PlayStart(guide);
-    void (*const topics[])(TourGuide&) = {PlayBrush,        PlayCanvas,  PlayEraser,  PlayStamp,
-                                          PlayBlurAndDodge, PlayHealing, PlayFillCan, PlayGradients,
-                                          PlayPanels,       PlayThemes,  PlayFiles};
+    void (*const topics[])(TourGuide&) = {
+        PlayBrush,     PlayCanvas, PlayEraser, PlayStamp, PlayBlurAndDodge, PlayHealing, PlayFillCan,
+        PlayGradients, PlayImage,  PlayPanels, PlayBatch, PlayPrint,        PlayThemes,  PlayFiles};
     if (guide.GetDocument())
     {
         for (const auto play : topics)

@@ -166,16 +166,33 @@ void StampTool::OnAligned(bool aligned)
         GetView()->viewport()->update();
 }
 
+// The place has moved, or is gone.
+void StampTool::OnSizeChanged()
+{
+    ForgetSource();
+}
+
 void StampTool::ChooseSource(const QPointF& position)
 {
     if (!GetDocument() || !GetDocument()->GetPixels()->GetRect().contains(PixelAt(position)))
         return;
     UpdateOverlay();
+    ForgetSource();
     m_pSourceDocument = GetDocument();
+    connect(m_pSourceDocument->GetPixels(), &KXDocumentInterface::SizeChanged, this,
+            &StampTool::OnSizeChanged);
     m_source = position;
     m_hasOffset = false;
     UpdateOverlay();
     Q_EMIT Message(tr("The stamp reads from %1, %2.").arg(PixelAt(position).x()).arg(PixelAt(position).y()));
+}
+
+void StampTool::ForgetSource()
+{
+    if (m_pSourceDocument)
+        disconnect(m_pSourceDocument->GetPixels(), &KXDocumentInterface::SizeChanged, this,
+                   &StampTool::OnSizeChanged);
+    m_pSourceDocument = nullptr;
 }
 
 // In the document that is painted on.

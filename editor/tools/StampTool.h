@@ -39,9 +39,11 @@ protected:
 
 private Q_SLOTS:
     void OnAligned(bool aligned);
+    void OnSizeChanged();
 
 private:
     void ChooseSource(const QPointF& position);
+    void ForgetSource();
     bool HasSource() const;
     QPointF CrossPlace() const;
 

@@ -16,7 +16,10 @@ void PlayBlurAndDodge(TourGuide& guide);
 void PlayHealing(TourGuide& guide);
 void PlayFillCan(TourGuide& guide);
 void PlayGradients(TourGuide& guide);
+void PlayImage(TourGuide& guide);
 void PlayPanels(TourGuide& guide);
+void PlayBatch(TourGuide& guide);
+void PlayPrint(TourGuide& guide);
 void PlayThemes(TourGuide& guide);
 // Last: closes what is open.
 void PlayFiles(TourGuide& guide);

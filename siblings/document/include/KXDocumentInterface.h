@@ -85,6 +85,11 @@ public:
     void SetLayerBlendMode(int index, int mode);
     // A mask of another size or format is refused with false; a null image selects nothing.
     bool SetSelectionMask(const QImage& mask);
+    // Gives every layer another image, from the lowest up, and the document their size, with a selection of
+    // that size or a null one. All else of the layers stays. Nothing happens and false is returned when the
+    // images are not as many as the layers, not ARGB32_Premultiplied, null, or not of one size, or when the
+    // selection does not fit.
+    bool ReplaceImages(const QVector<QImage>& images, const QImage& selection);
     // Not above 0 or not finite is ignored.
     void SetResolution(double dotsPerInch);
 
@@ -97,6 +102,9 @@ Q_SIGNALS:
     // CompositionChanged of the same change, which is left out when the look stays the same.
     void LayersChanged();
     void SelectionChanged();
+    // All coordinates in document pixels are void. Comes before the SelectionChanged and the
+    // CompositionChanged of the same change.
+    void SizeChanged(QSize size);
     void ResolutionChanged(double dotsPerInch);
 
 private:

@@ -55,6 +55,23 @@ bool isPlain(const KXDocumentInterface::Layer& layer)
     return layer.opacity == 100 && ToCompositionMode(layer.blendMode) == QPainter::CompositionMode_SourceOver;
 }
 
+// Whether it can be the selection of a document of that size.
+bool isMask(const QImage& mask, const QSize& size)
+{
+    return mask.isNull() || (mask.size() == size && mask.format() == QImage::Format_Grayscale8);
+}
+
+// Whether they can be the layers of one document.
+bool areLayerImages(const QVector<QImage>& images)
+{
+    const auto fits = [&images](const QImage& image)
+    {
+        return !image.isNull() && image.format() == QImage::Format_ARGB32_Premultiplied &&
+            image.size() == images.first().size();
+    };
+    return std::all_of(images.cbegin(), images.cend(), fits);
+}
+
 void copyLines(QImage& target, const QImage& source, const QRect& area)
 {
     const size_t bytes = size_t(area.width()) * sizeof(QRgb);
@@ -263,12 +280,35 @@ void KXDocumentInterface::SetLayerBlendMode(int index, int mode)
 
 bool KXDocumentInterface::SetSelectionMask(const QImage& mask)
 {
-    if (!mask.isNull() && (mask.size() != GetSize() || mask.format() != QImage::Format_Grayscale8))
+    if (!isMask(mask, GetSize()))
         return false;
     if (mask == m_selection)
         return true;
     m_selection = mask;
     Q_EMIT SelectionChanged();
+    return true;
+}
+
+bool KXDocumentInterface::ReplaceImages(const QVector<QImage>& images, const QImage& selection)
+{
+    if (images.size() != m_layers.size() || !areLayerImages(images) ||
+        !isMask(selection, images.first().size()))
+        return false;
+    const QSize before = GetSize();
+    const bool isSelected = !m_selection.isNull() || !selection.isNull();
+    for (int i = 0; i < images.size(); ++i)
+        m_layers[i].image = images.at(i);
+    m_selection = selection;
+    if (GetSize() != before)
+    {
+        m_composition = QImage();
+        m_stale = QRegion();
+        m_edited = m_edited.isEmpty() ? QRect() : GetRect();
+        Q_EMIT SizeChanged(GetSize());
+    }
+    if (isSelected)
+        Q_EMIT SelectionChanged();
+    changeLook();
     return true;
 }
 

@@ -190,6 +190,10 @@ private Q_SLOTS:
     void badResolutionIsIgnored_data();
     void badResolutionIsIgnored();
 
+    void allImagesAreReplacedAtOnce();
+    void imagesOfTheSameSizeAreNoNewSize();
+    void imagesThatDoNotFitAreRefused();
+    void anotherSizeWithinAnEditEndsWithAllOfIt();
     void documentOfOnePixelDoesAll();
     void compositionOutlivesTheDocument();
 };
@@ -978,6 +982,76 @@ void tst_KXDocumentInterface::badResolutionIsIgnored()
 
     QCOMPARE(document.GetResolution(), before);
     QCOMPARE(log.Count(), 0);
+}
+
+void tst_KXDocumentInterface::allImagesAreReplacedAtOnce()
+{
+    const auto document = threeLayers();
+    document->SetLayerOpacity(1, 40);
+    document->SetCurrentLayer(2);
+    (void)document->GetComposition();
+    SignalLog log(document.get());
+    const QVector<QImage> images = {filled(QSize(7, 5), Qt::red), filled(QSize(7, 5), Qt::green),
+                                    filled(QSize(7, 5), Qt::blue)};
+
+    QVERIFY(document->ReplaceImages(images, QImage()));
+
+    QCOMPARE(document->GetSize(), QSize(7, 5));
+    QCOMPARE(document->GetCurrentLayer(), 2);
+    QCOMPARE(document->GetLayer(1).opacity, 40);
+    QCOMPARE(document->GetLayer(1).image, images.at(1));
+    QCOMPARE(document->GetComposition(), images.at(2));
+    QCOMPARE(log.Entries(), QStringList({"SizeChanged(7x5)", "CompositionChanged(0,0 7x5)"}));
+}
+
+void tst_KXDocumentInterface::imagesOfTheSameSizeAreNoNewSize()
+{
+    KXDocumentInterface document(filled(QSize(4, 4), Qt::white));
+    QImage mask(4, 4, QImage::Format_Grayscale8);
+    mask.fill(9);
+    SignalLog log(&document);
+
+    QVERIFY(document.ReplaceImages({filled(QSize(4, 4), Qt::black)}, mask));
+
+    QCOMPARE(document.GetComposition().pixelColor(2, 2), QColor(Qt::black));
+    QCOMPARE(document.GetSelectionMask(), mask);
+    QCOMPARE(log.Entries(), QStringList({"SelectionChanged()", "CompositionChanged(0,0 4x4)"}));
+}
+
+void tst_KXDocumentInterface::imagesThatDoNotFitAreRefused()
+{
+    KXDocumentInterface document(filled(QSize(4, 4), Qt::white));
+    document.InsertLayer(1, filledLayer(QSize(4, 4), Qt::red, 1));
+    SignalLog log(&document);
+    const QImage one = filled(QSize(3, 3), Qt::blue);
+    QImage wrongMask(4, 4, QImage::Format_Grayscale8);
+    wrongMask.fill(1);
+
+    QVERIFY(!document.ReplaceImages({}, QImage()));
+    QVERIFY(!document.ReplaceImages({one}, QImage()));
+    QVERIFY(!document.ReplaceImages({one, one, one}, QImage()));
+    QVERIFY(!document.ReplaceImages({one, filled(QSize(3, 4), Qt::blue)}, QImage()));
+    QVERIFY(!document.ReplaceImages({one, QImage()}, QImage()));
+    QVERIFY(!document.ReplaceImages({QImage(), QImage()}, QImage()));
+    QVERIFY(!document.ReplaceImages({one, one.convertToFormat(QImage::Format_RGB32)}, QImage()));
+    QVERIFY(!document.ReplaceImages({one, one}, wrongMask));
+    QVERIFY(!document.ReplaceImages({one, one}, one));
+
+    QCOMPARE(document.GetSize(), QSize(4, 4));
+    QCOMPARE(log.Count(), 0);
+}
+
+void tst_KXDocumentInterface::anotherSizeWithinAnEditEndsWithAllOfIt()
+{
+    KXDocumentInterface document(filled(QSize(40, 40), Qt::white));
+    document.BeginEdit();
+    document.NotifyChanged(QRect(30, 30, 5, 5));
+    QVERIFY(document.ReplaceImages({filled(QSize(8, 6), Qt::black)}, QImage()));
+    SignalLog log(&document);
+
+    document.EndEdit();
+
+    QCOMPARE(log.Entries(), QStringList({"CompositionChanged(0,0 8x6)"}));
 }
 
 void tst_KXDocumentInterface::documentOfOnePixelDoesAll()

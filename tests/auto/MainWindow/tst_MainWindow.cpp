@@ -24,6 +24,7 @@
 #include <QUndoStack>
 #include <QUrl>
 
+#include "BatchWindow.h"
 #include "BrushDock.h"
 #include "BrushTool.h"
 #include "BusyThreads.h"
@@ -708,6 +709,29 @@ private Q_SLOTS:
         m_window.reset();
 
         QCoreApplication::processEvents();
+    }
+
+    void theBatchWindowIsOpenedOnce()
+    {
+        action("Batch...")->trigger();
+        BatchWindow* batch = m_window->GetBatchWindow();
+        QVERIFY(batch && batch->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(batch));
+        batch->close();
+
+        action("Batch...")->trigger();
+
+        QCOMPARE(m_window->GetBatchWindow(), batch);
+        QVERIFY(batch->isVisible());
+    }
+
+    void theBatchWindowClosesWithTheMainWindow()
+    {
+        action("Batch...")->trigger();
+
+        QVERIFY(m_window->close());
+
+        QVERIFY(!m_window->GetBatchWindow()->isVisible());
     }
 
     void theBrushPanelIsClosedAtFirstAndRemembered()

@@ -171,6 +171,10 @@ private Q_SLOTS:
     void theOverlayIsRepaintedWhereAsked();
 
     void anotherModelIsShown();
+    void aFittedDocumentOfAnotherSizeIsFittedAgain();
+    void anotherSizeKeepsScaleAndMiddle();
+    void anotherSizeIsShownToItsEdges();
+    void thePressIsCancelledWhenTheSizeChanges();
     void theDocumentMayGoFirst();
     void theViewMayGoWhilePressed();
     void itTakesTheFocusAndHasAName();
@@ -1116,6 +1120,68 @@ void tst_NVDocumentView::anotherModelIsShown()
     QVERIFY(watch.painted.isEmpty());
     canvas.view.SetModel(nullptr);
     QCOMPARE(canvas.Probe().ColorCount(), 1);
+}
+
+void tst_NVDocumentView::aFittedDocumentOfAnotherSizeIsFittedAgain()
+{
+    Canvas canvas(filled(1000, 500, Qt::white));
+    canvas.Show();
+    canvas.view.FitInView();
+
+    QVERIFY(canvas.document.ReplaceImages({filled(20, 40, Qt::white)}, QImage()));
+
+    const QRectF shown(canvas.view.MapFromDocument(QPointF(0, 0)),
+                       canvas.view.MapFromDocument(QPointF(20, 40)));
+    const QSize sight = canvas.view.viewport()->size();
+    QVERIFY(QRectF(QPointF(), sight).contains(shown));
+    QCOMPARE(qRound(shown.center().x()), sight.width() / 2);
+    QVERIFY(shown.height() > sight.height() - 20);
+}
+
+void tst_NVDocumentView::anotherSizeKeepsScaleAndMiddle()
+{
+    Canvas canvas(filled(1000, 500, Qt::white));
+    canvas.Show();
+    canvas.view.Scale(3.0, QPointF(100, 40));
+    const QPointF middle(canvas.view.viewport()->width() / 2.0, canvas.view.viewport()->height() / 2.0);
+    const QPointF before = canvas.view.MapToDocument(middle);
+
+    QVERIFY(canvas.document.ReplaceImages({filled(2000, 750, Qt::white)}, QImage()));
+
+    QCOMPARE(canvas.view.GetScale(), 3.0);
+    const QPointF after = canvas.view.MapToDocument(middle);
+    QVERIFY(qAbs(after.x() - before.x() * 2) < 1);
+    QVERIFY(qAbs(after.y() - before.y() * 1.5) < 1);
+}
+
+void tst_NVDocumentView::anotherSizeIsShownToItsEdges()
+{
+    Canvas canvas(filled(10, 10, Qt::white));
+    canvas.Show();
+    canvas.view.FitInView();
+    (void)canvas.Probe();
+
+    QVERIFY(canvas.document.ReplaceImages({filled(400, 300, Qt::red)}, QImage()));
+
+    const ProbeImage probe = canvas.Probe();
+    for (const QPointF& corner : {QPointF(3, 3), QPointF(396, 3), QPointF(3, 296), QPointF(396, 296)})
+        QCOMPARE(probe.At(canvas.PlaceOf(corner).x(), canvas.PlaceOf(corner).y()), QColor(Qt::red));
+    for (const QPointF& outside : {QPointF(-8, 150), QPointF(408, 150)})
+        QVERIFY(probe.At(canvas.PlaceOf(outside).x(), canvas.PlaceOf(outside).y()) != QColor(Qt::red));
+}
+
+void tst_NVDocumentView::thePressIsCancelledWhenTheSizeChanges()
+{
+    Canvas canvas(filled(100, 100, Qt::white));
+    canvas.Show();
+    SignalLog log(&canvas.view);
+    QTest::mousePress(canvas.view.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(150, 100));
+
+    QVERIFY(canvas.document.ReplaceImages({filled(50, 50, Qt::white)}, QImage()));
+
+    QCOMPARE(log.Count("Cancelled"), 1);
+    QTest::mouseRelease(canvas.view.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(150, 100));
+    QCOMPARE(log.Count("Released"), 0);
 }
 
 void tst_NVDocumentView::theDocumentMayGoFirst()

@@ -192,6 +192,23 @@ private Q_SLOTS:
         host.view->SetModel(nullptr);
     }
 
+    void anotherSizeForgetsTheSource()
+    {
+        Host host(settings());
+        host.choose(50, 50);
+        const QVector<QImage> images = {BusyPicture(QSize(120, 90))};
+        QVERIFY(host.pixels()->ReplaceImages(images, QImage()));
+        SignalLog log(host.tool.get());
+
+        host.stamp(60, 60);
+        QCOMPARE(host.steps()->count(), 0);
+        QVERIFY(log.Entries().constFirst().contains("Hold Alt"));
+
+        host.choose(30, 30);
+        host.stamp(60, 60);
+        QCOMPARE(host.steps()->count(), 1);
+    }
+
     void allLayersOrThisOneAreRead_data()
     {
         QTest::addColumn<bool>("all");

@@ -28,6 +28,20 @@ private Q_SLOTS:
         QCOMPARE(store.GetMemoryBytes(), qint64(7 * 3 * 4 + 4));
     }
 
+    void eachFormatComesBackAsItWas()
+    {
+        QImage mask(5, 4, QImage::Format_Grayscale8);
+        mask.fill(77);
+        TileStore store({{QRect(0, 0, 3, 3), PlainPicture(Qt::red, QSize(3, 3))}, {QRect(0, 0, 5, 4), mask}});
+
+        store.MoveToDisk();
+
+        const QVector<SavedTile>* tiles = store.Load();
+        QVERIFY(tiles);
+        QCOMPARE(tiles->at(0).before, PlainPicture(Qt::red, QSize(3, 3)));
+        QCOMPARE(tiles->at(1).before, mask);
+    }
+
     void whatIsChangedAfterLoadingIsWhatIsKept()
     {
         TileStore store({{QRect(0, 0, 2, 2), PlainPicture(Qt::red, QSize(2, 2))}});

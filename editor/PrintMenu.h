@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class Document;
+class FileTask;
+class NVPrintPreviewDialog;
+class QAction;
+class QMenu;
+class QSettings;
+class QWidget;
+
+// Adds printing and the export as PDF to a menu and does what they say. The print server is asked off the GUI
+// thread, so one that hangs holds up nothing. The settings of the last print are kept, and the PDF follows
+// them too.
+class PrintMenu : public QObject
+{
+    Q_OBJECT
+
+public:
+    // What the menu works with. None is owned, all outlive it; dialogs come up over the window.
+    struct Host
+    {
+        QWidget* window;
+        FileTask* task;
+        QSettings* settings;
+    };
+
+    PrintMenu(QMenu* menu, const Host& host, QObject* parent);
+
+    // What is printed from now on; not owned, may be null.
+    void SetDocument(Document* document);
+
+    // The command without its file dialog. A message tells why nothing was written. False then, without a
+    // document, and after a cancel.
+    bool ExportPdf(const QString& path);
+
+Q_SIGNALS:
+    // What is under way on the document has to come to its end now.
+    void AboutToChange();
+    // What was printed or written, for the status bar.
+    void Message(const QString& text);
+
+private Q_SLOTS:
+    void OnPrint();
+    void OnExportPdf();
+    void OnPrintAsked();
+
+private:
+    struct Printers;
+
+    // False after a cancel and while other work runs.
+    bool Ask(Printers* printers);
+    // Empty if the printer is there and the margins leave room.
+    QString WhyNotPrintable(const QString& printer);
+    void ShowDialog(const QImage& picture);
+    void TellOutcome(const QString& printer, const QString& summary);
+    void OfferPdf(const QString& reason);
+    int ShowMessage(QWidget* over, int icon, const QString& text, bool isQuestion = false);
+
+    Host m_host;
+    QPointer<Document> m_pDocument;
+    // While it is open.
+    QPointer<NVPrintPreviewDialog> m_pDialog;
+    QAction* m_pPrint;
+    QAction* m_pExportPdf;
+};

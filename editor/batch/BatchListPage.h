@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QStringList>
+#include <QWidget>
+
+#include <functional>
+
+class QLabel;
+class QPushButton;
+class BatchRowModel;
+class QTreeView;
+
+// A summary and a list of rows, which can be copied and saved as text.
+class BatchListPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // The headings of the columns.
+    explicit BatchListPage(const QStringList& headings, QWidget* parent = nullptr);
+
+    // What the page shows. The functions are called when somebody wants to see a row or to have the text.
+    struct Content
+    {
+        QString summary;
+        int count = 0;
+        std::function<QStringList(int row)> row;
+        // What is copied and saved; without it nothing can be.
+        std::function<QString()> text;
+    };
+    void SetContent(const Content& content);
+    QString GetText() const;
+    // False, with a reason, if the file cannot be written.
+    bool SaveText(const QString& path, QString* error) const;
+
+public Q_SLOTS:
+    void Copy();
+
+Q_SIGNALS:
+    void SaveAsked();
+
+private:
+    QLabel* m_pSummary;
+    QTreeView* m_pView;
+    BatchRowModel* m_pModel;
+    QPushButton* m_pCopy;
+    QPushButton* m_pSave;
+    std::function<QString()> m_text;
+};

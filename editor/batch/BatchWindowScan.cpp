@@ -1,0 +1,220 @@
+// What the batch window does with folders: the survey, the question about links, the scan and the refresh.
+
+#include "BatchWindow.h"
+
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QItemSelectionModel>
+#include <QPushButton>
+#include <QtConcurrent>
+
+#include <algorithm>
+
+#include "BatchFilterModel.h"
+#include "BatchReport.h"
+#include "BatchTreeView.h"
+#include "CountText.h"
+#include "KXAddToBatchDialog.h"
+#include "KXMessageBox.h"
+#include "Thumbnails.h"
+
+using Model = KXBatchInputModel;
+
+namespace
+{
+
+const int LoopsShown = 5;
+// Folders that are opened when they have been added.
+const int PathsOpened = 3;
+
+bool IsWithin(const QString& path, const QString& folder)
+{
+    const QString prefix = folder.endsWith(QLatin1Char('/')) ? folder : folder + QLatin1Char('/');
+    return path == folder || path.startsWith(prefix);
+}
+
+} // namespace
+
+void BatchWindow::Add(const QStringList& paths)
+{
+    QStringList clean;
+    for (const QString& path : paths)
+        clean += QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    if (!clean.isEmpty())
+        Survey({clean, false, false});
+}
+
+void BatchWindow::Refresh()
+{
+    LookAgain(false);
+}
+
+void BatchWindow::Rescan()
+{
+    LookAgain(true);
+}
+
+void BatchWindow::OnSurveyed()
+{
+    const FolderSurvey survey = m_survey.result();
+    const bool isCancelled = m_pProgress->cancelled;
+    SetState(Idle);
+    if (isCancelled)
+    {
+        SetStatus(tr("Cancelled. Nothing was changed."));
+        return;
+    }
+    SetState(Scanning);
+    SetStatus(tr("Scanning..."));
+    const int before = m_model.GetFileCount();
+    const Answer answer = survey.loops.isEmpty() ? ScanAnyway : AskAboutLoops(survey);
+    const bool isDone =
+        answer != DoNothing && (m_errand.isRefresh ? RunRefresh(survey, answer) : Scan(survey, answer));
+    if (isDone)
+        NotePassedOver(survey, answer);
+    const QStringList opened = m_errand.paths.mid(0, PathsOpened);
+    for (const QString& path : opened)
+        m_pTree->expand(m_pFilter->mapFromSource(m_model.FindPath(path)));
+    m_pTree->GetThumbnails()->Clear();
+    SetState(Idle);
+    const int more = m_model.GetFileCount() - before;
+    if (!isDone)
+        SetStatus(tr("Cancelled. Nothing was changed."));
+    else if (more < 0)
+        SetStatus(CountText(-more, tr("1 image less than before."), tr("%1 images less than before.")));
+    else
+        SetStatus(CountText(more, tr("1 new image."), tr("%1 new images.")));
+}
+
+void BatchWindow::OnTick()
+{
+    SetStatus(CountText(m_pProgress->folders, tr("Looking through 1 folder..."),
+                        tr("Looking through %1 folders...")));
+}
+
+void BatchWindow::LookAgain(bool force)
+{
+    if (m_state != Idle)
+        return;
+    QModelIndexList rows;
+    const QModelIndexList selected = m_pTree->selectionModel()->selectedRows();
+    for (const QModelIndex& index : selected)
+        rows.append(m_pFilter->mapToSource(index));
+    for (int row = 0; selected.isEmpty() && row < m_model.rowCount(); ++row)
+        rows.append(m_model.index(row, 0));
+    Errand errand{{}, true, force};
+    rows = TopMost(rows);
+    for (const QModelIndex& index : qAsConst(rows))
+        errand.paths += index.data(Model::NodePathRole).toString();
+    if (!errand.paths.isEmpty())
+        Survey(errand);
+}
+
+void BatchWindow::Survey(const Errand& errand)
+{
+    if (m_state != Idle)
+        return;
+    m_errand = errand;
+    m_pProgress = std::make_shared<SurveyProgress>();
+    SetState(Surveying);
+    m_survey.setFuture(
+        QtConcurrent::run([paths = errand.paths, suffixes = InputSuffixes(), progress = m_pProgress]
+                          { return SurveyFolders(paths, suffixes, progress.get()); }));
+}
+
+BatchWindow::Answer BatchWindow::AskAboutLoops(const FolderSurvey& survey)
+{
+    QStringList loops;
+    const QVector<LinkLoop> shown = survey.loops.mid(0, LoopsShown);
+    for (const LinkLoop& loop : shown)
+        loops += tr("%1 leads back to %2").arg(OneLine(loop.path), OneLine(loop.target));
+    if (survey.loops.size() > LoopsShown)
+        loops += tr("and %1 more").arg(survey.loops.size() - LoopsShown);
+    KXMessageBox box(this);
+    box.setWindowTitle(tr("Links That Lead Back"));
+    box.SetIcon(KXMessageBox::Warning);
+    box.SetText(tr("Links in these folders lead back into them. A scan that follows the links finds the same "
+                   "images again and again, and may not end by itself.\n\n%1")
+                    .arg(loops.join(QLatin1Char('\n'))));
+    if (survey.hasAllLoops)
+        box.AddButton(KXMessageBox::Yes);
+    box.AddButton(KXMessageBox::Ignore);
+    box.AddButton(KXMessageBox::Cancel);
+    box.SetDefaultButton(survey.hasAllLoops ? KXMessageBox::Yes : KXMessageBox::Cancel);
+    if (const auto* buttons = box.findChild<QDialogButtonBox*>())
+    {
+        if (survey.hasAllLoops)
+            buttons->button(QDialogButtonBox::Yes)->setText(tr("&Leave Links Out"));
+        buttons->button(QDialogButtonBox::Ignore)->setText(tr("&Follow Links"));
+    }
+    const int answer = box.Exec();
+    if (answer == KXMessageBox::Yes)
+        return LeaveOut;
+    return answer == KXMessageBox::Ignore ? ScanAnyway : DoNothing;
+}
+
+bool BatchWindow::Scan(const FolderSurvey& survey, Answer answer)
+{
+    if (answer == LeaveOut)
+        return ScanWithoutLoops(survey);
+    KXAddToBatchDialog dialog(&m_model, this);
+    return dialog.AddFolders(m_errand.paths) == KXDialog::ResultAccepted;
+}
+
+bool BatchWindow::RunRefresh(const FolderSurvey& survey, Answer answer)
+{
+    if (answer == LeaveOut && !ScanWithoutLoops(survey))
+        return false;
+    bool isCancelled = false;
+    for (const QString& path : qAsConst(m_errand.paths))
+    {
+        const QModelIndex index = m_model.FindPath(path);
+        // By now what is left to be looked at are images, and folders that are gone.
+        const bool isDone = answer == LeaveOut && survey.imageCounts.contains(path);
+        if (!index.isValid() || isDone || isCancelled)
+            continue;
+        KXAddToBatchDialog dialog(&m_model, this);
+        connect(&dialog, &KXDialog::Rejected, this, [&isCancelled] { isCancelled = true; });
+        dialog.Update(index, m_errand.force);
+    }
+    return !isCancelled;
+}
+
+// The rows of what is on the way to a link are made here, since a scan of them would follow it.
+bool BatchWindow::ScanWithoutLoops(const FolderSurvey& survey)
+{
+    Model parts;
+    KXAddToBatchDialog dialog(&parts, this);
+    if (dialog.AddFolders(survey.parts) != KXDialog::ResultAccepted)
+        return false;
+    for (const QString& path : qAsConst(m_errand.paths))
+    {
+        const QModelIndex index = m_model.FindPath(path);
+        if (m_errand.isRefresh && index.isValid())
+            m_model.removeRows(0, m_model.rowCount(index), index);
+    }
+    InsertParts(survey, parts, &m_model);
+    return true;
+}
+
+void BatchWindow::NotePassedOver(const FolderSurvey& survey, Answer answer)
+{
+    const auto isLookedAtAgain = [this](const PassedOver& entry)
+    {
+        return std::any_of(m_errand.paths.cbegin(), m_errand.paths.cend(),
+                           [&entry](const QString& path) { return IsWithin(entry.path, path); });
+    };
+    m_passedOver.erase(std::remove_if(m_passedOver.begin(), m_passedOver.end(), isLookedAtAgain),
+                       m_passedOver.end());
+    m_passedOver += survey.passedOver;
+    for (const LinkLoop& loop : survey.loops)
+    {
+        if (answer == LeaveOut)
+            m_passedOver.append({loop.path, PassedOver::LeadsBack, 1, loop.target});
+    }
+    m_passedOver += FindVanished(survey, m_model);
+    std::stable_sort(m_passedOver.begin(), m_passedOver.end(),
+                     [](const PassedOver& a, const PassedOver& b) { return a.path < b.path; });
+    ShowPassedOver();
+}

@@ -1,0 +1,201 @@
+// The batch window: a folder tree scanned, a job run on it, and its report.
+
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+
+#include "BatchJob.h"
+#include "BatchTreeView.h"
+#include "BatchWindow.h"
+#include "NVSpinBox.h"
+#include "Thumbnails.h"
+#include "TourGuide.h"
+#include "TourPictures.h"
+#include "TourTopics.h"
+
+namespace
+{
+
+const int Years = 12;
+const int Months = 12;
+const int PicturesAMonth = 6;
+
+QString Root(TourGuide& guide)
+{
+    return guide.FileFor(QStringLiteral("Photographs"));
+}
+
+// The window's button of this text, which is to be seen.
+QPushButton* Button(BatchWindow* window, const char* text)
+{
+    const QList<QPushButton*> all = window->findChildren<QPushButton*>();
+    for (QPushButton* button : all)
+    {
+        if (button->isVisible() && button->text().remove(QLatin1Char('&')) == QLatin1String(text))
+            return button;
+    }
+    return nullptr;
+}
+
+void Press(TourGuide& guide, const char* text)
+{
+    QPushButton* button = Button(guide.GetWindow()->GetBatchWindow(), text);
+    if (guide.Check(button && button->isEnabled(), QStringLiteral("no button %1").arg(QLatin1String(text))))
+        guide.GetRobot().Click(button);
+}
+
+bool WaitForIdle(TourGuide& guide)
+{
+    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
+    return guide.Check(guide.GetRobot().WaitFor([window] { return window->GetState() == BatchWindow::Idle; }),
+                       "the window stays busy");
+}
+
+// A few years of pictures, with what a scan has to leave out.
+void WriteTree(TourGuide& guide)
+{
+    const QImage images[] = {DrawLighthouse().image, DrawBalloon().image, DrawPortrait().image};
+    QStringList sources;
+    for (const QImage& image : images)
+    {
+        sources += guide.FileFor(QStringLiteral("source%1.jpg").arg(sources.size()));
+        guide.Check(image.scaledToWidth(600, Qt::SmoothTransformation).save(sources.last()),
+                    "no file to try");
+    }
+    for (int i = 0; i < Years * Months * PicturesAMonth; ++i)
+    {
+        const QString month = QStringLiteral("%1/%2/%3")
+                                  .arg(Root(guide))
+                                  .arg(2010 + i / PicturesAMonth / Months)
+                                  .arg(i / PicturesAMonth % Months + 1);
+        QDir().mkpath(month);
+        QFile::copy(sources.at(i % sources.size()), QStringLiteral("%1/picture %2.jpg").arg(month).arg(i));
+    }
+    QFile notes(Root(guide) + QStringLiteral("/notes.txt"));
+    QFile broken(Root(guide) + QStringLiteral("/no picture.png"));
+    guide.Check(notes.open(QIODevice::WriteOnly) && broken.open(QIODevice::WriteOnly) &&
+                    broken.write("This is not a picture.") > 0,
+                "no file to try");
+    guide.Check(QFile::link(Root(guide), Root(guide) + QStringLiteral("/back to the start")),
+                "no link to try");
+}
+
+void OpenWindow(TourGuide& guide)
+{
+    WriteTree(guide);
+    guide.OpenMenu(Qt::Key_F);
+    guide.PressEntry(Qt::Key_B);
+    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
+    if (!guide.Check(window && window->isVisible(), "the window is not to be seen"))
+        return;
+    guide.Check(guide.GetRobot().WaitFor([window] { return window->isActiveWindow(); }),
+                "the window is not active");
+}
+
+// Names the folder in the dialog, leaves the link out in the question, and looks at the scan on its way.
+void ScanTree(TourGuide& guide)
+{
+    const auto watchScan = [&guide](QWidget* dialog)
+    {
+        const auto* label = dialog->findChild<QLabel*>(QStringLiteral("m_pFile"));
+        guide.Check(
+            guide.GetRobot().WaitFor([label] { return label->text().contains(QLatin1String("picture")); }),
+            "the dialog names no file");
+        guide.TakePicture();
+        guide.TakePictureOf(dialog, QStringLiteral("batch-scan"));
+    };
+    const auto leaveOut = [&guide, watchScan](QWidget*)
+    {
+        guide.TakePicture();
+        guide.GetRobot().WhenModal(watchScan);
+        guide.GetRobot().Key(Qt::Key_Return);
+    };
+    guide.GetRobot().WhenModal(
+        [&guide, leaveOut](QWidget* dialog)
+        {
+            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            if (guide.Check(name, "the dialog takes no name"))
+                name->setText(Root(guide));
+            guide.GetRobot().WhenModal(leaveOut);
+            guide.GetRobot().Key(Qt::Key_Return);
+        });
+    Press(guide, "Add Folder...");
+    WaitForIdle(guide);
+    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
+    const int images = Years * Months * PicturesAMonth + 1;
+    guide.Check(window->GetModel()->GetFileCount() == images,
+                QStringLiteral("the tree has %1 images").arg(window->GetModel()->GetFileCount()));
+    guide.Check(window->GetPassedOver().size() == 2, "something else was left out");
+    guide.Note(QStringLiteral("%1 images").arg(window->GetModel()->GetFileCount()));
+}
+
+void ShowTree(TourGuide& guide)
+{
+    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
+    auto* tree = window->findChild<BatchTreeView*>();
+    TourRobot& robot = guide.GetRobot();
+    robot.Click(tree->viewport(), tree->visualRect(tree->model()->index(0, 0)).center());
+    for (int key : {Qt::Key_Down, Qt::Key_Right, Qt::Key_Down, Qt::Key_Right})
+        robot.Key(key);
+    const auto isDrawn = [tree]
+    {
+        const QStringList files = tree->GetVisibleFiles();
+        return !files.isEmpty() && !tree->GetThumbnails()->Get(files.constFirst()).isNull() &&
+            tree->GetThumbnails()->GetPending() == 0;
+    };
+    guide.Check(robot.WaitFor(isDrawn), "there are no small pictures");
+    guide.TakePicture();
+    window->findChild<QTabWidget*>()->setCurrentIndex(1);
+    robot.Settle();
+    guide.TakePicture();
+    window->findChild<QTabWidget*>()->setCurrentIndex(0);
+}
+
+void RunJob(TourGuide& guide)
+{
+    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
+    guide.ChooseEntry(Control<QComboBox>(window, "m_pResize"), 1);
+    guide.TypeInto(Control<NVSpinBox>(window, "m_pWidth"), 160);
+    guide.TypeInto(Control<NVSpinBox>(window, "m_pHeight"), 160);
+    guide.ChooseEntry(Control<QComboBox>(window, "m_pRotate"), 1);
+    guide.ChooseEntry(Control<QComboBox>(window, "m_pFormat"), 1);
+    const QString folder = guide.FileFor(QStringLiteral("Results"));
+    Control<QLineEdit>(window, "m_pFolder")->setText(folder);
+    Press(guide, "Start");
+    guide.TakePicture();
+    if (!WaitForIdle(guide))
+        return;
+    const BatchReport& report = window->GetJob()->GetReport();
+    const int images = Years * Months * PicturesAMonth;
+    guide.Check(report.Count(BatchOutcome::Done) == images && report.Count(BatchOutcome::Failed) == 1,
+                SummaryText(report));
+    const QImage result(folder + QStringLiteral("/Photographs/2010/1/picture 0.png"));
+    guide.Check(result.height() == 160 && result.width() < 160, "the result has another size");
+    guide.Note(SummaryText(report));
+}
+
+void CloseWindow(TourGuide& guide)
+{
+    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
+    guide.Check(window->close(), "the window does not close");
+    guide.GetWindow()->activateWindow();
+    guide.Check(guide.GetRobot().WaitFor([&guide] { return guide.GetWindow()->isActiveWindow(); }),
+                "the main window is not active");
+}
+
+} // namespace
+
+void PlayBatch(TourGuide& guide)
+{
+    guide.Step("batch-window", "The batch window, opened by keys", OpenWindow);
+    if (!guide.GetWindow()->GetBatchWindow())
+        return;
+    guide.Step("batch-scan", "A folder tree is scanned, without the link that leads back", ScanTree);
+    guide.Step("batch-tree", "The tree, with small pictures of what is to be seen", ShowTree);
+    guide.Step("batch-job", "All pictures made smaller, turned and converted", RunJob);
+    guide.Step("batch-close", "Back to the picture", CloseWindow);
+}

@@ -1,0 +1,266 @@
+// The size of the picture, its canvas, its empty borders, and what becomes of its layers in a file.
+
+#include <QAbstractItemView>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QGraphicsScene>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+
+#include "CropFrameItem.h"
+#include "Document.h"
+#include "KXAnchorSelection.h"
+#include "KXDocumentInterface.h"
+#include "NVAutoCrop.h"
+#include "NVCanvasSize.h"
+#include "NVDocumentView.h"
+#include "NVImageSize.h"
+#include "NVIncompleteDocumentInfo.h"
+#include "TourGuide.h"
+#include "TourPictures.h"
+#include "TourTopics.h"
+
+namespace
+{
+
+const QLatin1String BalloonFile("balloon over the hills.png");
+
+QSize SizeOf(const TourGuide& guide)
+{
+    return guide.GetDocument()->GetPixels()->GetSize();
+}
+
+QString Text(const QSize& size)
+{
+    return QStringLiteral("%1 by %2").arg(size.width()).arg(size.height());
+}
+
+void CheckSize(TourGuide& guide, const QSize& size)
+{
+    guide.Check(SizeOf(guide) == size, QStringLiteral("the picture is %1").arg(Text(SizeOf(guide))));
+}
+
+// Types over what the box of a dialog says; the keyboard goes there by a click.
+void TypeOver(TourGuide& guide, QAbstractSpinBox* box, const char* text)
+{
+    if (!guide.Check(box, "the dialog has no such box"))
+        return;
+    guide.GetRobot().Click(box, QPoint(20, box->height() / 2));
+    guide.GetRobot().Key(Qt::Key_A, Qt::ControlModifier);
+    guide.GetRobot().Type(QLatin1String(text));
+}
+
+// By the mouse alone: Enter is for the dialog.
+void PickEntry(TourGuide& guide, QComboBox* combo, int index)
+{
+    if (!guide.Check(combo, "the dialog has no such list"))
+        return;
+    TourRobot& robot = guide.GetRobot();
+    robot.Click(combo);
+    QAbstractItemView* view = combo->view();
+    guide.Check(robot.WaitFor([view] { return view->isVisible(); }), "the list did not open");
+    robot.Click(view->viewport(), view->visualRect(combo->model()->index(index, 0)).center());
+    robot.WaitFor([view] { return !view->isVisible(); });
+    guide.Check(combo->currentIndex() == index,
+                QStringLiteral("the list shows %1").arg(combo->currentText()));
+}
+
+// Opens the dialog by the keys of its menu entry and lets the act work in it.
+template <class Dialog, class Act>
+void VisitDialog(TourGuide& guide, int key, const Act& act)
+{
+    guide.GetRobot().WhenModal(
+        [&guide, &act](QWidget* window)
+        {
+            auto* dialog = qobject_cast<Dialog*>(window);
+            if (guide.Check(dialog, "another dialog came"))
+                act(dialog);
+            else
+                guide.GetRobot().Key(Qt::Key_Escape);
+        });
+    guide.OpenMenu(Qt::Key_I);
+    guide.PressEntry(key);
+}
+
+void Shrink(TourGuide& guide)
+{
+    VisitDialog<NVImageSize>(guide, Qt::Key_I,
+                             [&guide](NVImageSize* dialog)
+                             {
+                                 guide.TakePicture();
+                                 TypeOver(guide, Control<QDoubleSpinBox>(dialog, "m_pNewWidth"), "300");
+                                 guide.TakePicture();
+                                 guide.GetRobot().Key(Qt::Key_Return);
+                             });
+    CheckSize(guide, QSize(300, 200));
+    guide.TakePicture();
+    guide.Undo();
+    CheckSize(guide, QSize(1200, 800));
+}
+
+void EnlargeNearest(TourGuide& guide)
+{
+    VisitDialog<NVImageSize>(guide, Qt::Key_I,
+                             [&guide](NVImageSize* dialog)
+                             {
+                                 PickEntry(guide, Control<QComboBox>(dialog, "m_pWidthUnits"), 1);
+                                 TypeOver(guide, Control<QDoubleSpinBox>(dialog, "m_pNewWidth"), "150");
+                                 PickEntry(guide, Control<QComboBox>(dialog, "m_pResampleMethod"), 0);
+                                 guide.TakePicture();
+                                 guide.GetRobot().Click(Control<QDoubleSpinBox>(dialog, "m_pNewHeight"),
+                                                        QPoint(20, 10));
+                                 guide.GetRobot().Key(Qt::Key_Return);
+                             });
+    CheckSize(guide, QSize(1800, 1200));
+    guide.TakePicture();
+    guide.Undo();
+}
+
+void GrowCanvas(TourGuide& guide)
+{
+    const QImage before = guide.GetComposition().copy();
+    VisitDialog<NVCanvasSize>(
+        guide, Qt::Key_C,
+        [&guide](NVCanvasSize* dialog)
+        {
+            guide.TakePicture();
+            guide.SetChecked(Control<QCheckBox>(dialog, "m_pConstrainProportions"), false);
+            TypeOver(guide, Control<QDoubleSpinBox>(dialog, "m_pNewWidth"), "1500");
+            TypeOver(guide, Control<QDoubleSpinBox>(dialog, "m_pNewHeight"), "1000");
+            auto* anchors = Control<KXAnchorSelection>(dialog, "m_pAnchorWidget");
+            if (guide.Check(anchors, "there is no anchor to choose"))
+                guide.GetRobot().Click(anchors->childAt(anchors->width() / 2, anchors->height() * 5 / 6));
+            guide.Check(dialog->GetAnchor() == KXAnchorSelection::Bottom, "a click chose another anchor");
+            guide.TakePicture();
+            guide.GetRobot().Key(Qt::Key_Return);
+        });
+    CheckSize(guide, QSize(1500, 1000));
+    guide.Check(guide.GetComposition().copy(150, 200, 1200, 800) == before,
+                "the picture is not at its anchor");
+    guide.Check(qAlpha(guide.PixelAt({700, 100})) == 0, "what is new is not transparent");
+}
+
+QRect ShownFrame(const TourGuide& guide)
+{
+    const QList<QGraphicsItem*> items = guide.GetView()->scene()->items();
+    for (const QGraphicsItem* item : items)
+    {
+        if (const auto* frame = dynamic_cast<const CropFrameItem*>(item))
+            return frame->GetFrame();
+    }
+    return QRect();
+}
+
+// What the canvas was given goes again.
+void CropCanvas(TourGuide& guide)
+{
+    const QRect expected(150, 200, 1200, 800);
+    VisitDialog<NVAutoCrop>(
+        guide, Qt::Key_A,
+        [&guide, &expected](NVAutoCrop* dialog)
+        {
+            guide.Check(guide.GetRobot().WaitFor([&] { return ShownFrame(guide) == expected; }),
+                        "the frame is not about the picture");
+            guide.TakePicture();
+            guide.SetChecked(Control<QCheckBox>(dialog, "m_pLeft"), false);
+            guide.Check(guide.GetRobot().WaitFor([&guide] { return ShownFrame(guide).left() == 0; }),
+                        "the frame does not follow the dialog");
+            guide.TakePicture();
+            guide.SetChecked(Control<QCheckBox>(dialog, "m_pLeft"), true);
+            guide.SetChecked(Control<QRadioButton>(dialog, "m_pTransparent"), true);
+            guide.Check(guide.GetRobot().WaitFor([&] { return ShownFrame(guide) == expected; }),
+                        "the frame does not follow the dialog");
+            guide.GetRobot().Key(Qt::Key_Return);
+        });
+    CheckSize(guide, expected.size());
+    guide.Check(ShownFrame(guide).isNull(), "the frame stays");
+}
+
+void CropNothing(TourGuide& guide)
+{
+    QImage plain(400, 300, QImage::Format_RGB32);
+    plain.fill(QColor(60, 110, 160));
+    if (!guide.OpenDrawn(plain, QStringLiteral("plain.png")))
+        return;
+    VisitDialog<NVAutoCrop>(guide, Qt::Key_A,
+                            [&guide](NVAutoCrop* dialog)
+                            {
+                                guide.SetChecked(Control<QRadioButton>(dialog, "m_pAuto"), true);
+                                guide.GetRobot().WhenModal(
+                                    [&guide](QWidget* box)
+                                    {
+                                        QString text;
+                                        const QList<QLabel*> labels = box->findChildren<QLabel*>();
+                                        for (const QLabel* label : labels)
+                                            text += label->text();
+                                        guide.Check(text.contains(QLatin1String("is background")),
+                                                    QStringLiteral("the message is: %1").arg(text));
+                                        guide.TakePicture();
+                                        guide.GetRobot().Key(Qt::Key_Return);
+                                    });
+                                guide.GetRobot().Key(Qt::Key_Return);
+                            });
+    CheckSize(guide, plain.size());
+    guide.Check(guide.UndoSteps() == 0, "there is a step");
+    guide.CloseDiscarding();
+}
+
+// Presses the button of the prompt that has this text; none for Escape.
+void AnswerPrompt(TourGuide& guide, const char* text)
+{
+    guide.GetRobot().WhenModal(
+        [&guide, text](QWidget* window)
+        {
+            guide.Check(qobject_cast<NVIncompleteDocumentInfo*>(window), "another dialog came");
+            guide.TakePicture();
+            if (!text)
+            {
+                guide.GetRobot().Key(Qt::Key_Escape);
+                return;
+            }
+            const QList<QPushButton*> buttons = window->findChildren<QPushButton*>();
+            for (QPushButton* button : buttons)
+            {
+                if (button->text().remove(QLatin1Char('&')) == QLatin1String(text))
+                    guide.GetRobot().Click(button);
+            }
+        });
+    guide.GetRobot().Key(Qt::Key_S, Qt::ControlModifier);
+}
+
+void SaveLayers(TourGuide& guide)
+{
+    // Nothing of the person's may be written over.
+    if (!guide.Check(guide.GetDocument()->GetPath() == guide.FileFor(BalloonFile), "another picture is open"))
+        return;
+    guide.GetRobot().Key(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    guide.ChooseTool("Brush");
+    guide.Stroke({200, 600}, {1000, 600});
+    AnswerPrompt(guide, nullptr);
+    guide.Check(guide.GetDocument()->IsModified(), "Escape saved the picture");
+    AnswerPrompt(guide, "Don't save");
+    guide.Check(guide.GetDocument()->IsModified(), "the picture was saved all the same");
+    AnswerPrompt(guide, "Save");
+    guide.Check(!guide.GetDocument()->IsModified(), "the picture was not saved");
+    guide.Check(guide.GetDocument()->GetPixels()->GetLayerCount() == 2, "the layers are gone");
+}
+
+} // namespace
+
+void PlayImage(TourGuide& guide)
+{
+    if (!guide.OpenDrawn(DrawBalloon().image, BalloonFile))
+        return;
+    guide.Step("image-size", "Image size: the picture shrinks to a quarter, and comes back", Shrink);
+    guide.Step("image-nearest", "Image size in percent, with pixels that stay sharp", EnlargeNearest);
+    guide.Step("canvas-size", "Canvas size: more room around the picture, by its anchor", GrowCanvas);
+    guide.Step("auto-crop", "Auto-crop shows its frame on the canvas before it cuts", CropCanvas);
+    guide.Step("layers-prompt", "A file holds one layer: each answer before saving", SaveLayers);
+    guide.LeaveDrawn();
+    guide.Step("auto-crop-nothing", "A picture that is all background stays as it is", CropNothing);
+}
