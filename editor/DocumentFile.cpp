@@ -97,7 +97,10 @@ void ChooseFormat(QImageReader& reader, WatchedDevice& device, const QByteArray&
 
 LoadResult Decode(QImageReader& reader, WatchedDevice& device, const FileProgress* progress)
 {
-    if (!reader.canRead())
+    const bool isPicture = reader.canRead();
+    if (IsCancelled(progress))
+        return {};
+    if (!isPicture)
         return {QImage(), Text::tr("It is not a picture in any of the known formats.")};
     const QByteArray format = reader.format();
     const QString tooLarge = reader.size().isValid() ? WhyTooLarge(reader.size()) : QString();

@@ -376,6 +376,7 @@ private Q_SLOTS:
         const LoadResult loaded = LoadDocumentFile(path("a.bmp"), &progress);
 
         QVERIFY(loaded.image.isNull());
+        QCOMPARE(loaded.error, QString());
     }
 
     void cancelledWritingLeavesTheOldFile()
