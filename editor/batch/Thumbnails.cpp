@@ -56,8 +56,10 @@ QImage ReadThumbnail(const QString& path, const QSize& box, FileProgress* progre
             reader.setFormat(QFileInfo(path).suffix().toLower().toLatin1());
         }
         reader.setAutoTransform(true);
-        const QImage image = Decode(reader, box);
-        return progress && progress->cancelled ? QImage() : image;
+        QImage image = Decode(reader, box);
+        if (progress && progress->cancelled)
+            return {};
+        return image;
     }
     catch (const std::bad_alloc&)
     {
@@ -151,8 +153,9 @@ void Thumbnails::start(const QString& path)
 
 void Thumbnails::take(const QString& path, int run, const QImage& image)
 {
-    const bool isCancelled = m_reading.take(path).progress->cancelled;
-    if (!isCancelled && run == m_run)
+    const Reading reading = m_reading.take(path);
+    const bool isWanted = reading.progress && !reading.progress->cancelled;
+    if (isWanted && run == m_run)
     {
         m_cache.insert(path, new QPixmap(QPixmap::fromImage(image)), EntryBytes + int(image.sizeInBytes()));
         if (!image.isNull())
