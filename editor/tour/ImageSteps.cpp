@@ -1,6 +1,5 @@
 // The size of the picture, its canvas, its empty borders, and what becomes of its layers in a file.
 
-#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -55,21 +54,6 @@ void TypeOver(TourGuide& guide, QAbstractSpinBox* box, const char* text)
     guide.GetRobot().Type(QLatin1String(text));
 }
 
-// By the mouse alone: Enter is for the dialog.
-void PickEntry(TourGuide& guide, QComboBox* combo, int index)
-{
-    if (!guide.Check(combo, "the dialog has no such list"))
-        return;
-    TourRobot& robot = guide.GetRobot();
-    robot.Click(combo);
-    QAbstractItemView* view = combo->view();
-    guide.Check(robot.WaitFor([view] { return view->isVisible(); }), "the list did not open");
-    robot.Click(view->viewport(), view->visualRect(combo->model()->index(index, 0)).center());
-    robot.WaitFor([view] { return !view->isVisible(); });
-    guide.Check(combo->currentIndex() == index,
-                QStringLiteral("the list shows %1").arg(combo->currentText()));
-}
-
 // Opens the dialog by the keys of its menu entry and lets the act work in it.
 template <class Dialog, class Act>
 void VisitDialog(TourGuide& guide, int key, const Act& act)
@@ -108,9 +92,9 @@ void EnlargeNearest(TourGuide& guide)
     VisitDialog<NVImageSize>(guide, Qt::Key_I,
                              [&guide](NVImageSize* dialog)
                              {
-                                 PickEntry(guide, Control<QComboBox>(dialog, "m_pWidthUnits"), 1);
+                                 guide.ChooseEntry(Control<QComboBox>(dialog, "m_pWidthUnits"), 1);
                                  TypeOver(guide, Control<QDoubleSpinBox>(dialog, "m_pNewWidth"), "150");
-                                 PickEntry(guide, Control<QComboBox>(dialog, "m_pResampleMethod"), 0);
+                                 guide.ChooseEntry(Control<QComboBox>(dialog, "m_pResampleMethod"), 0);
                                  guide.TakePicture();
                                  guide.GetRobot().Click(Control<QDoubleSpinBox>(dialog, "m_pNewHeight"),
                                                         QPoint(20, 10));
