@@ -7,6 +7,7 @@
 #include <QStyleOptionFocusRect>
 #include <QWheelEvent>
 
+#include "CheckerBrush_p.h"
 #include "KXDocumentInterface.h"
 
 const int CameraView::MinScaleFactor = 1;
@@ -21,17 +22,6 @@ const QSize SmallestSize(48, 48);
 const int FirstGridFactor = 4;
 const int WheelStep = 120;
 const int CheckerCell = 8;
-
-// The squares seen through what is not opaque.
-QBrush checker()
-{
-    QPixmap tile(2 * CheckerCell, 2 * CheckerCell);
-    tile.fill(Qt::white);
-    QPainter painter(&tile);
-    painter.fillRect(0, 0, CheckerCell, CheckerCell, QColor(204, 204, 204));
-    painter.fillRect(CheckerCell, CheckerCell, CheckerCell, CheckerCell, QColor(204, 204, 204));
-    return QBrush(tile);
-}
 
 QColor gridColor(int type)
 {
@@ -200,7 +190,7 @@ void CameraView::paintEvent(QPaintEvent*)
     if (!pixels.isEmpty())
     {
         const QRect area = d->PixelAt(size(), pixels.topLeft()) | d->PixelAt(size(), pixels.bottomRight());
-        painter.fillRect(area, checker());
+        painter.fillRect(area, CheckerBrush(CheckerCell));
         painter.drawImage(area, picture, pixels);
         if (d->grid != GridNone && d->factor >= FirstGridFactor)
             painter.fillPath(gridOver(area, d->factor, 1.0 / devicePixelRatioF()), gridColor(d->grid));

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QStyleOptionFocusRect>
 
+#include "CheckerBrush_p.h"
 #include "KXColorTransformBase.h"
 #include "KXDocumentInterface.h"
 
@@ -15,6 +16,7 @@ namespace
 const QSize PreferredSize(240, 160);
 const QSize SmallestSize(48, 48);
 const int Margin = 4;
+const int CheckerCell = 4;
 // A frame around less than a few pixels could not be seen or taken hold of.
 const double SmallestFrame = 6.0;
 // So many pixels of the document in each direction make one of the overview, whatever the document's size.
@@ -34,17 +36,6 @@ QImage overviewOf(const QImage& composition, const QSize& size)
         small = composition.scaled(sampled, Qt::IgnoreAspectRatio, Qt::FastTransformation);
     return small.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
         .convertToFormat(QImage::Format_ARGB32_Premultiplied);
-}
-
-QBrush checker()
-{
-    const int cell = 4;
-    QPixmap tile(2 * cell, 2 * cell);
-    tile.fill(Qt::white);
-    QPainter painter(&tile);
-    painter.fillRect(0, 0, cell, cell, QColor(204, 204, 204));
-    painter.fillRect(cell, cell, cell, cell, QColor(204, 204, 204));
-    return QBrush(tile);
 }
 
 // The rest of the place becomes darker.
@@ -176,7 +167,7 @@ void NavigatorWidget::paintEvent(QPaintEvent*)
         d->isStale = false;
     }
     QPainter painter(this);
-    painter.fillRect(place, checker());
+    painter.fillRect(place, CheckerBrush(CheckerCell));
     painter.drawImage(place, d->overview);
     if (d->frame.isValid())
     {
