@@ -5,8 +5,10 @@
 
 #include "core_export.h"
 
-// The state that the whole application shares: theme, colours and texture pattern. It is no QApplication, so
-// that a program or a test brings its own. GUI thread only.
+class QAction;
+
+// The state that the whole application shares: theme, colours, texture pattern and the action that refines
+// the selection. It is no QApplication, so that a program or a test brings its own. GUI thread only.
 class CORE_EXPORT NVApplication : public QObject
 {
     Q_OBJECT
@@ -24,6 +26,11 @@ public:
 
     // A KXResource::Theme: 0 light (default), 1 dark, 2 high contrast (dark on white).
     int GetTheme() const;
+    // The action behind the buttons "Refine selection"; null by default and when it was destroyed.
+    QAction* GetRefineSelection() const;
+
+    // The action stays the caller's; one that is destroyed is forgotten and null is told. Null takes it back.
+    void RegisterRefineSelection(QAction* action);
 
 public Q_SLOTS:
     // Switches the "theme:" pictures and then tells. An unknown number is taken as 0.
@@ -40,6 +47,11 @@ Q_SIGNALS:
     void ForegroundChanged(const QColor& color);
     void BackgroundChanged(const QColor& color);
     void TexturePatternIndexChanged(int index);
+    // Null when there is no such action any more.
+    void RefineSelectionRegistered(QAction* action);
+
+private Q_SLOTS:
+    void OnRefineSelectionDestroyed();
 
 private:
     NVApplication();
@@ -48,4 +60,5 @@ private:
     QColor m_foreground = Qt::black;
     QColor m_background = Qt::white;
     int m_texturePatternIndex = 0;
+    QAction* m_pRefineSelection = nullptr;
 };

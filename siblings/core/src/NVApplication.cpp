@@ -1,5 +1,7 @@
 #include "NVApplication.h"
 
+#include <QAction>
+
 #include "KXResource.h"
 
 NVApplication::NVApplication() = default;
@@ -28,6 +30,23 @@ int NVApplication::GetTexturePatternIndex()
 int NVApplication::GetTheme() const
 {
     return m_theme;
+}
+
+QAction* NVApplication::GetRefineSelection() const
+{
+    return m_pRefineSelection;
+}
+
+void NVApplication::RegisterRefineSelection(QAction* action)
+{
+    if (action == m_pRefineSelection)
+        return;
+    if (m_pRefineSelection)
+        disconnect(m_pRefineSelection, &QObject::destroyed, this, &NVApplication::OnRefineSelectionDestroyed);
+    if (action)
+        connect(action, &QObject::destroyed, this, &NVApplication::OnRefineSelectionDestroyed);
+    m_pRefineSelection = action;
+    Q_EMIT RefineSelectionRegistered(action);
 }
 
 void NVApplication::SetTheme(int theme)
@@ -65,4 +84,10 @@ void NVApplication::SetTexturePatternIndex(int index)
         return;
     m_texturePatternIndex = index;
     Q_EMIT TexturePatternIndexChanged(index);
+}
+
+void NVApplication::OnRefineSelectionDestroyed()
+{
+    m_pRefineSelection = nullptr;
+    Q_EMIT RefineSelectionRegistered(nullptr);
 }

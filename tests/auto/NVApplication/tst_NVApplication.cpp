@@ -4,9 +4,11 @@
 #include "SignalLog.h"
 #include "TestMain.h"
 
+#include <QAction>
 #include <QDir>
 
 #include <limits>
+#include <memory>
 
 class tst_NVApplication : public QObject
 {
@@ -29,6 +31,11 @@ private Q_SLOTS:
     void negativePatternIndexIsIgnored();
     void setterCalledFromTheSignalWins();
     void listenerMayDieAtAnyTime();
+    void refineActionIsRegisteredOnce();
+    void refineActionIsTakenBackByNull();
+    void destroyedRefineActionIsForgotten();
+    void replacedRefineActionMayDieUnnoticed();
+    void refineActionRegisteredFromTheSignalWins();
 };
 
 void tst_NVApplication::cleanup()
@@ -38,6 +45,7 @@ void tst_NVApplication::cleanup()
     application->SetForeground(Qt::black);
     application->SetBackground(Qt::white);
     application->SetTexturePatternIndex(0);
+    application->RegisterRefineSelection(nullptr);
 }
 
 void tst_NVApplication::thereIsOneInstance()
@@ -52,6 +60,7 @@ void tst_NVApplication::startsWithLightThemeBlackOnWhiteAndFirstPattern()
     QCOMPARE(NVApplication::GetForeground(), QColor(Qt::black));
     QCOMPARE(NVApplication::GetBackground(), QColor(Qt::white));
     QCOMPARE(NVApplication::GetTexturePatternIndex(), 0);
+    QCOMPARE(NVApplication::GetInstance()->GetRefineSelection(), nullptr);
 }
 
 void tst_NVApplication::themeIsTakenOnce()
@@ -231,6 +240,81 @@ void tst_NVApplication::listenerMayDieAtAnyTime()
     application->SetForeground(Qt::yellow);
 
     QCOMPARE(calls, 2);
+}
+
+void tst_NVApplication::refineActionIsRegisteredOnce()
+{
+    NVApplication* application = NVApplication::GetInstance();
+    QAction action;
+    SignalLog log(application);
+
+    application->RegisterRefineSelection(nullptr);
+    application->RegisterRefineSelection(&action);
+    application->RegisterRefineSelection(&action);
+
+    QCOMPARE(log.Entries(), QStringList({"RefineSelectionRegistered(object)"}));
+    QCOMPARE(application->GetRefineSelection(), &action);
+}
+
+void tst_NVApplication::refineActionIsTakenBackByNull()
+{
+    NVApplication* application = NVApplication::GetInstance();
+    auto action = std::make_unique<QAction>();
+    application->RegisterRefineSelection(action.get());
+    SignalLog log(application);
+
+    application->RegisterRefineSelection(nullptr);
+    action.reset();
+
+    QCOMPARE(log.Entries(), QStringList({"RefineSelectionRegistered(null)"}));
+    QCOMPARE(application->GetRefineSelection(), nullptr);
+}
+
+void tst_NVApplication::destroyedRefineActionIsForgotten()
+{
+    NVApplication* application = NVApplication::GetInstance();
+    auto action = std::make_unique<QAction>();
+    application->RegisterRefineSelection(action.get());
+    SignalLog log(application);
+
+    action.reset();
+
+    QCOMPARE(log.Entries(), QStringList({"RefineSelectionRegistered(null)"}));
+    QCOMPARE(application->GetRefineSelection(), nullptr);
+}
+
+void tst_NVApplication::replacedRefineActionMayDieUnnoticed()
+{
+    NVApplication* application = NVApplication::GetInstance();
+    auto first = std::make_unique<QAction>();
+    QAction second;
+    application->RegisterRefineSelection(first.get());
+    SignalLog log(application);
+
+    application->RegisterRefineSelection(&second);
+    first.reset();
+
+    QCOMPARE(log.Entries(), QStringList({"RefineSelectionRegistered(object)"}));
+    QCOMPARE(application->GetRefineSelection(), &second);
+}
+
+void tst_NVApplication::refineActionRegisteredFromTheSignalWins()
+{
+    NVApplication* application = NVApplication::GetInstance();
+    QAction spare;
+    auto action = std::make_unique<QAction>();
+    application->RegisterRefineSelection(action.get());
+    QObject listener;
+    connect(application, &NVApplication::RefineSelectionRegistered, &listener,
+            [&](QAction* registered)
+            {
+                if (!registered)
+                    application->RegisterRefineSelection(&spare);
+            });
+
+    action.reset();
+
+    QCOMPARE(application->GetRefineSelection(), &spare);
 }
 
 NV_TEST_MAIN(tst_NVApplication)
