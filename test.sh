@@ -90,6 +90,9 @@ tour() {
 }
 
 full_stages() {
+    # with it the tour prints a page too
+    local print_server=()
+    [ ! -x /usr/sbin/cupsd ] || print_server=(tests/printing/with-print-server.sh)
     stage "format" tools/format.sh --check
     if [ "$1" = built ]; then
         stage "clang-tidy" tools/tidy.sh
@@ -105,7 +108,7 @@ full_stages() {
     stage "the library inside another project" tests/examples/embedded.sh build/embedded --build
     if stage "build for release" build release; then
         stage "benchmarks" tools/benchmarks.sh --benchmark_min_time=0.05
-        stage "tour, offscreen" tour offscreen env QT_QPA_PLATFORM=offscreen
+        stage "tour, offscreen" tour offscreen "${print_server[@]}" env QT_QPA_PLATFORM=offscreen
         if command -v Xvfb >/dev/null; then
             stage "tour, virtual display" tour display env QT_QPA_PLATFORM=xcb tools/virtual-display.sh
         else

@@ -1,6 +1,7 @@
 #include "PrintMenu.h"
 
 #include <QComboBox>
+#include <QDeadlineTimer>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
@@ -8,12 +9,14 @@
 #include <QMenu>
 #include <QPrinterInfo>
 #include <QSettings>
+#include <QThread>
 
 #include "Document.h"
 #include "FileTask.h"
 #include "KXDocumentInterface.h"
 #include "KXMessageBox.h"
 #include "NVPrintPreviewDialog.h"
+#include "PrintJobs.h"
 #include "PrintPage.h"
 #include "PrintServer.h"
 #include "WatchedDevice.h"
@@ -23,6 +26,9 @@ namespace
 
 const QLatin1String SettingsKey("print/settings");
 const QLatin1String FolderKey("print/folder");
+// How long a job is looked at, and the time between two looks.
+const int LookMs = 2000;
+const int PauseMs = 100;
 
 QComboBox* ListOf(const NVPrintPreviewDialog* dialog, const char* name)
 {
@@ -44,6 +50,32 @@ QString SummaryOf(const NVPrintPreviewDialog* dialog, const QSize& picture)
 
 } // namespace
 
+// What became of a job.
+struct PrintMenu::Outcome
+{
+    // False where the server does not tell of jobs.
+    bool isKnown = false;
+    // Without number if the queue did not take it.
+    QueuedJob job;
+
+    // Looks at the first job of the queue above that number until it is done with, for a short while at most:
+    // a queue that fails does so soon, and a long document is printed by itself. Blocks, so it is for another
+    // thread.
+    void Find(const QString& address, const QString& printer, int lastJob, const FileProgress* progress)
+    {
+        const QDeadlineTimer deadline(LookMs);
+        do
+        {
+            const QueuedJobs jobs = lastJob < 0 ? QueuedJobs() : AskForJobs(address);
+            isKnown = jobs.isKnown;
+            job = jobs.FirstAfter(lastJob, printer);
+            if (!isKnown || job.id == 0 || !job.IsOpen())
+                return;
+            QThread::msleep(PauseMs);
+        } while (!deadline.hasExpired() && !progress->cancelled);
+    }
+};
+
 // What the print server says.
 struct PrintMenu::Printers
 {
@@ -52,6 +84,8 @@ struct PrintMenu::Printers
     QStringList names;
     // Those that print nothing at present.
     QStringList stopped;
+    // Below 0 if it does not tell.
+    int lastJob = -1;
 
     // Blocks, so it is for another thread.
     void Find()
@@ -68,6 +102,8 @@ struct PrintMenu::Printers
             if (printer.state() == QPrinter::Error || printer.state() == QPrinter::Aborted)
                 stopped += printer.printerName();
         }
+        const QueuedJobs jobs = names.isEmpty() ? QueuedJobs() : AskForJobs(address);
+        lastJob = jobs.isKnown ? jobs.LastId() : -1;
     }
 
     // Empty if there is a printer.
@@ -203,6 +239,7 @@ QString PrintMenu::WhyNotPrintable(const QString& printer)
     const QString none = printers.WhyNone();
     if (none.isEmpty() && !printers.names.contains(printer))
         return tr("The printer %1 is not there any more.").arg(printer);
+    m_lastJob = printers.lastJob;
     return none;
 }
 
@@ -227,12 +264,29 @@ void PrintMenu::ShowDialog(const QImage& picture)
 void PrintMenu::TellOutcome(const QString& printer, const QString& summary)
 {
     Printers printers;
-    if (!Ask(&printers) || !printers.names.contains(printer))
+    Outcome outcome;
+    const auto work = [&](FileProgress* progress)
+    {
+        outcome.Find(PrintServerAddress(), printer, m_lastJob, progress);
+        printers.Find();
+    };
+    const bool isAsked = m_host.task->Run(tr("Asking the print server"), work);
+    if (outcome.isKnown && outcome.job.id == 0)
+        TellFailure(tr("%1 did not take the job: %2.").arg(printer, summary));
+    else if (outcome.job.IsFailed())
+        TellFailure(tr("%1 did not print the job: %2.").arg(printer, summary));
+    else if (!isAsked || !printers.names.contains(printer))
         Q_EMIT Message(tr("%1 does not tell whether it took the job: %2.").arg(printer, summary));
     else if (printers.stopped.contains(printer))
         Q_EMIT Message(tr("%1 is stopped, the job waits there: %2.").arg(printer, summary));
     else
         Q_EMIT Message(tr("Sent to %1: %2.").arg(printer, summary));
+}
+
+void PrintMenu::TellFailure(const QString& text)
+{
+    Q_EMIT Message(text);
+    ShowMessage(m_host.window, KXMessageBox::Warning, text);
 }
 
 void PrintMenu::OfferPdf(const QString& reason)

@@ -49,6 +49,7 @@ private Q_SLOTS:
 
 private:
     struct Printers;
+    struct Outcome;
 
     // False after a cancel and while other work runs.
     bool Ask(Printers* printers);
@@ -56,6 +57,8 @@ private:
     QString WhyNotPrintable(const QString& printer);
     void ShowDialog(const QImage& picture);
     void TellOutcome(const QString& printer, const QString& summary);
+    // In the status bar and over the window.
+    void TellFailure(const QString& text);
     void OfferPdf(const QString& reason);
     int ShowMessage(QWidget* over, int icon, const QString& text, bool isQuestion = false);
 
@@ -63,6 +66,8 @@ private:
     QPointer<Document> m_pDocument;
     // While it is open.
     QPointer<NVPrintPreviewDialog> m_pDialog;
+    // The last one that the print server knew before this print; below 0 where it does not tell.
+    int m_lastJob = -1;
     QAction* m_pPrint;
     QAction* m_pExportPdf;
 };

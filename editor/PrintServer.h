@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 // Whether a print server can be asked without waiting for it: the toolkit's list of printers blocks for
@@ -20,3 +21,7 @@ QString PrintServerAddress();
 // local socket, or a host with or without a port. Safe in any thread; blocks for at most about the time, so
 // it does not belong in the GUI thread.
 PrintServerState ProbePrintServer(const QString& address, int milliseconds = 3000);
+
+// Sends a question of the printing protocol and returns the answer, without the head of either; empty if
+// there is none within the time, or the server refuses. The rest as for ProbePrintServer().
+QByteArray PostToPrintServer(const QString& address, const QByteArray& question, int milliseconds = 3000);

@@ -117,6 +117,7 @@ private:
     void ConnectZoom();
 
     QPrintPreviewWidget* Preview() const;
+    void ChooseCache();
     std::array<QDoubleSpinBox*, 4> Margins() const;
     PrintLayout Layout() const;
     int CurrentPageId() const;

@@ -2,6 +2,7 @@
 
 #include <QCursor>
 #include <QDataStream>
+#include <QGraphicsItem>
 #include <QGraphicsView>
 #include <QGridLayout>
 #include <QGuiApplication>
@@ -287,6 +288,7 @@ void NVPrintPreviewDialog::OnPreview()
     const double percent = Preview()->zoomFactor() * 100;
     m_pUi->m_pViewportScale->setValue(percent);
     m_pUi->m_pViewportScaleSlider->setValue(ZoomSlider(percent));
+    ChooseCache();
 }
 
 void NVPrintPreviewDialog::OnAlignment(int)
@@ -429,9 +431,14 @@ void NVPrintPreviewDialog::InitPreview()
     auto* preview = new QPrintPreviewWidget(m_pPrintDevice, m_pUi->m_pPreviewArea);
     preview->setZoomMode(QPrintPreviewWidget::FitInView);
     grid->addWidget(preview, 0, 0);
-    // What takes the keys is the view inside of it.
     if (auto* view = preview->findChild<QGraphicsView*>())
+    {
+        // What takes the keys is the view inside.
         view->setAccessibleName(tr("Preview"));
+        // Its scene has a background of its own: one fill less.
+        view->viewport()->setAutoFillBackground(false);
+        view->viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    }
 }
 
 void NVPrintPreviewDialog::ConnectPage()
@@ -495,6 +502,18 @@ QPrintPreviewWidget* NVPrintPreviewDialog::Preview() const
 {
     const auto* grid = qobject_cast<QGridLayout*>(m_pUi->m_pPreviewArea->layout());
     return qobject_cast<QPrintPreviewWidget*>(grid->itemAtPosition(0, 0)->widget());
+}
+
+// The widget draws each page into a picture of its own first. That is worth its time for a turned picture,
+// which is slow to draw; one that lies straight is drawn almost as fast as such a copy.
+void NVPrintPreviewDialog::ChooseCache()
+{
+    const auto* view = Preview()->findChild<QGraphicsView*>();
+    if (!view || !view->scene() || CalcAffineTransformation().type() > QTransform::TxScale)
+        return;
+    const QList<QGraphicsItem*> pages = view->scene()->items();
+    for (QGraphicsItem* page : pages)
+        page->setCacheMode(QGraphicsItem::NoCache);
 }
 
 // In the order of the settings.

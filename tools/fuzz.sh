@@ -6,7 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 seconds=${1:-60}
 
 clang=$(command -v clang++ || command -v clang++-14) || {
-    echo "fuzz: there is no clang++. Install clang and libclang-rt-dev." >&2
+    echo "fuzz: there is no clang++. Install it: tools/install-packages.sh fuzz" >&2
     exit 1
 }
 cmake -S . -B build/fuzz -G Ninja --log-level=WARNING -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER="$clang" \

@@ -1,6 +1,6 @@
 #!/bin/bash
 # Installs the Debian packages that the named groups need and that are not there yet.
-#   tools/install-packages.sh GROUP...     groups: build run wayland test print lint thread
+#   tools/install-packages.sh GROUP...     groups: build run wayland test print lint thread fuzz
 # NORVANE_SKIP_PACKAGES=1 leaves the machine as it is, for systems whose packages have other names.
 set -euo pipefail
 
@@ -20,6 +20,8 @@ group_packages() {
         # what the toolkit's core is built from for the thread sanitizer
         thread) echo ca-certificates dpkg-dev make perl pkg-config xz-utils zlib1g-dev libpcre2-dev \
             libdouble-conversion-dev libglib2.0-dev libicu-dev ;;
+        # a compiler that counts what an input reaches, with its runtime
+        fuzz) echo clang libclang-rt-dev ;;
         *) echo "install-packages: unknown group '$1'" >&2; return 2 ;;
     esac
 }

@@ -213,6 +213,7 @@ class Test(ScriptTest):
             self.program(name, folder=self.root / "tools")
         self.program("virtual-display.sh", '"$@"', folder=self.root / "tools")
         self.program("embedded.sh", folder=self.root / "tests/examples")
+        self.program("with-print-server.sh", '"$@"', folder=self.root / "tests/printing")
         self.program("norvane", 'echo x >"$2/index.html"; echo x >"$2/1.png"', folder=self.root / "build/release/bin")
         self.program("Xvfb")
 
@@ -242,6 +243,7 @@ class Test(ScriptTest):
         for name in ("format.sh", "tidy.sh", "clazy.sh", "benchmarks.sh", "embedded.sh", "virtual-display.sh"):
             self.assertEqual(len(self.called(name)), 1, name)
         self.assertEqual(len(self.called("norvane")), 2)
+        self.assertEqual(len(self.called("with-print-server.sh")), int(os.access("/usr/sbin/cupsd", os.X_OK)))
         self.assertEqual((self.folder / "events").read_text().splitlines(), ["build/dev ", "build/asan 20000"])
         self.assertEqual(self.called("run-tsan.sh"), [])
 

@@ -6,7 +6,8 @@
 # The command finds the server through CUPS_SERVER, and in NORVANE_PRINT_FOLDER
 #   out/ID.pdf, out/ID.arguments  the document of job ID as it arrived, and what the queue was told of it
 #   server.pid                    the server's process, to stop it or to make it hang
-#   refuse                        made by a test: as long as it is there, every job fails in the backend
+#   refuse                        made by a test: as long as it is there, every job fails in the backend, after as many seconds
+#                                 as it says
 # Queues: Colour (default), Grey, Repeating (a page id and a resolution twice, pages without a name of the toolkit's) and Raw
 # (no driver, so that every list is empty).
 set -u
@@ -86,7 +87,7 @@ END
 cat >"$folder/bin/backend/tofile" <<END
 #!/bin/sh
 [ \$# -gt 0 ] || { echo 'direct tofile "Unknown" "file sink"'; exit 0; }
-[ ! -e "$folder/refuse" ] || exit 1
+[ ! -e "$folder/refuse" ] || { sleep "0\$(cat "$folder/refuse")"; exit 1; }
 printf '%s\n' "\$@" >"$folder/out/\$1.arguments"
 cat "\${6:--}" >"$folder/out/\$1.part" && mv "$folder/out/\$1.part" "$folder/out/\$1.pdf"
 END

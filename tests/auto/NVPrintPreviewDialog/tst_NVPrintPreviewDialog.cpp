@@ -300,6 +300,9 @@ private Q_SLOTS:
     void previewShowsPictureAndMargins();
     void previewTurnsAWidePicture();
     void previewOfNegativeMarginsEndsAtTheSheet();
+    void previewKeepsADrawingOfATurnedPictureAlone_data();
+    void previewKeepsADrawingOfATurnedPictureAlone();
+    void previewFillsWhatIsBesideTheSheet();
     void ratioKeepsBothScalesTogether();
     void ratioTurnedOnTakesTheWidth();
 
@@ -1233,6 +1236,52 @@ void tst_NVPrintPreviewDialog::previewOfNegativeMarginsEndsAtTheSheet()
     const PagePicture page(filled.dialog);
     QCOMPARE(page.At(40, 40), QColor(Qt::red));
     QCOMPARE(page.At(2440, 3460), QColor(Qt::yellow));
+}
+
+void tst_NVPrintPreviewDialog::previewKeepsADrawingOfATurnedPictureAlone_data()
+{
+    QTest::addColumn<int>("rotation");
+    QTest::addColumn<bool>("isKept");
+    QTest::newRow("none") << 0 << false;
+    QTest::newRow("auto, wide") << 1 << true;
+    QTest::newRow("clockwise") << 2 << true;
+    QTest::newRow("counter-clockwise") << 3 << true;
+    QTest::newRow("upside down") << 4 << false;
+}
+
+// A straight one is drawn in no time.
+void tst_NVPrintPreviewDialog::previewKeepsADrawingOfATurnedPictureAlone()
+{
+    QFETCH(int, rotation);
+    QFETCH(bool, isKept);
+    Filled filled;
+    // Before the window is there, and after each change.
+    filled.List("m_pRotate")->setCurrentIndex(rotation == 2 ? 0 : 2);
+    QVERIFY(filled.Show());
+    filled.List("m_pRotate")->setCurrentIndex(rotation);
+    for (const double margin : {10.0, 20.0})
+    {
+        filled.Box("m_pLeftMargin")->setValue(margin);
+        const QList<QGraphicsItem*> pages = filled.Preview()->findChild<QGraphicsView*>()->scene()->items();
+        QCOMPARE(pages.size(), 1);
+        QCOMPARE(pages.first()->cacheMode() != QGraphicsItem::NoCache, isKept);
+    }
+}
+
+void tst_NVPrintPreviewDialog::previewFillsWhatIsBesideTheSheet()
+{
+    Filled filled;
+    QVERIFY(filled.Show());
+    auto* view = filled.Preview()->findChild<QGraphicsView*>();
+    const QColor color = view->scene()->backgroundBrush().color();
+    const QSize size = view->viewport()->size();
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::magenta);
+    view->viewport()->render(&image);
+    for (const QPoint& corner : {QPoint(0, 0), QPoint(size.width() - 1, 0), QPoint(0, size.height() - 1),
+                                 QPoint(size.width() - 1, size.height() - 1)})
+        QCOMPARE(image.pixelColor(corner), color);
+    QCOMPARE(ProbeImage(image).CountOf(Qt::magenta, 0), 0);
 }
 
 void tst_NVPrintPreviewDialog::ratioKeepsBothScalesTogether()

@@ -98,6 +98,9 @@ private Q_SLOTS:
         m_window.reset();
         m_settings.reset();
         qApp->setStyleSheet(QString());
+        if (m_isQueueChanged)
+            restoreQueues();
+        m_isQueueChanged = false;
     }
 
     void theFileMenuOffersBothForAPictureAlone()
@@ -355,7 +358,7 @@ private Q_SLOTS:
     void queueThatIsStoppedIsTold()
     {
         open();
-        RunTool("/usr/sbin/cupsdisable", {"Grey"});
+        changeQueue("cupsdisable", {"Grey"});
         ModalDriver driver(
             [](QWidget* dialog)
             {
@@ -368,8 +371,101 @@ private Q_SLOTS:
 
         QVERIFY(driver.Finished());
         QVERIFY2(status().startsWith("Grey is stopped, the job waits there:"), qPrintable(status()));
-        RunTool("cancel", {"-a", "Grey"});
-        RunTool("/usr/sbin/cupsenable", {"Grey"});
+    }
+
+    void queueThatTakesNoJobIsTold()
+    {
+        open();
+        const int before = arrived();
+        changeQueue("cupsreject", {"Grey"});
+        QString text;
+        ModalDriver driver({[](QWidget* dialog)
+                            {
+                                choose(dialog, "m_pPrinter", "Grey");
+                                ModalDriver::Press(dialog, "Print");
+                            },
+                            [&text](QWidget* box)
+                            {
+                                text = TextOf(box);
+                                ModalDriver::Press(box, QDialogButtonBox::Ok);
+                            }},
+                           20000);
+
+        action("Print...")->trigger();
+
+        QVERIFY(driver.Finished());
+        QVERIFY2(text.startsWith("Grey did not take the job: US Letter"), qPrintable(text));
+        QCOMPARE(status(), text);
+        QCOMPARE(arrived(), before);
+    }
+
+    void queueWhoseDeviceFailsIsTold_data()
+    {
+        QTest::addColumn<QString>("policy");
+        QTest::addColumn<QByteArray>("seconds");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<bool>("isFailure");
+        const QString lost = "Grey did not print the job: US Letter";
+        QTest::newRow("the job is given up") << "abort-job" << QByteArray() << lost << true;
+        QTest::newRow("the job is given up after a while")
+            << "abort-job" << QByteArray("0.8") << lost << true;
+        QTest::newRow("the queue stops")
+            << "stop-printer" << QByteArray() << "Grey is stopped, the job waits there:" << false;
+    }
+
+    void queueWhoseDeviceFailsIsTold()
+    {
+        QFETCH(QByteArray, seconds);
+        QFETCH(QString, policy);
+        QFETCH(QString, message);
+        QFETCH(bool, isFailure);
+        open();
+        const int before = arrived();
+        changeQueue("lpadmin", {"-p", "Grey", "-o", "printer-error-policy=" + policy});
+        QFile refuse(refusal());
+        QVERIFY(refuse.open(QIODevice::WriteOnly));
+        refuse.write(seconds);
+        refuse.close();
+        QList<ModalDriver::Function> functions = {[](QWidget* dialog)
+                                                  {
+                                                      choose(dialog, "m_pPrinter", "Grey");
+                                                      ModalDriver::Press(dialog, "Print");
+                                                  }};
+        if (isFailure)
+            functions += [](QWidget* box) { ModalDriver::Press(box, QDialogButtonBox::Ok); };
+        ModalDriver driver(functions, 20000);
+
+        action("Print...")->trigger();
+
+        QVERIFY(driver.Finished());
+        QVERIFY2(status().startsWith(message), qPrintable(status()));
+        QCOMPARE(arrived(), before);
+    }
+
+    void queueKeepsTheJobOfAnotherPersonApart()
+    {
+        open();
+        // One that waits, made while the dialog is open, on another queue.
+        changeQueue("cupsdisable", {"Raw"});
+        const QString document = m_folder->filePath("other");
+        QFile file(document);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("text");
+        file.close();
+        changeQueue("cupsreject", {"Grey"});
+        ModalDriver driver({[&document](QWidget* dialog)
+                            {
+                                choose(dialog, "m_pPrinter", "Grey");
+                                RunTool("lp", {"-d", "Raw", document});
+                                ModalDriver::Press(dialog, "Print");
+                            },
+                            [](QWidget* box) { ModalDriver::Press(box, QDialogButtonBox::Ok); }},
+                           20000);
+
+        action("Print...")->trigger();
+
+        QVERIFY(driver.Finished());
+        QVERIFY2(status().startsWith("Grey did not take the job:"), qPrintable(status()));
     }
 
 private:
@@ -379,6 +475,27 @@ private:
         list->setCurrentIndex(list->findText(text, Qt::MatchStartsWith));
         QVERIFY2(list->currentText().startsWith(text), qPrintable(list->currentText()));
     }
+
+    // Until the end of the test.
+    void changeQueue(const QString& program, const QStringList& arguments)
+    {
+        m_isQueueChanged = true;
+        RunTool("/usr/sbin/" + program, arguments);
+    }
+
+    static void restoreQueues()
+    {
+        QFile::remove(refusal());
+        for (const char* queue : {"Grey", "Raw"})
+        {
+            RunTool("cancel", {"-a", queue});
+            RunTool("/usr/sbin/cupsaccept", {queue});
+            RunTool("/usr/sbin/cupsenable", {queue});
+        }
+    }
+
+    // While this file is there, every device fails.
+    static QString refusal() { return qEnvironmentVariable("NORVANE_PRINT_FOLDER") + "/refuse"; }
 
     // Empty for the name that is offered.
     static void save(QWidget* dialog, const QString& name)
@@ -418,6 +535,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<QSettings> m_settings;
     std::unique_ptr<MainWindow> m_window;
+    bool m_isQueueChanged = false;
 };
 
 NV_TEST_MAIN(tst_PrintMenu)

@@ -1,5 +1,5 @@
-// The probe of a print server: against servers that answer, hang up, are silent, and are not there, on local
-// sockets and over the network.
+// The probe of a print server, and questions to it: against servers that answer, hang up, are silent, and are
+// not there, on local sockets and over the network.
 
 #include "PrintServer.h"
 
@@ -26,6 +26,16 @@ PrintServerState Probe(const QString& address, int milliseconds = Enough)
     QEventLoop loop;
     QObject::connect(&watcher, &QFutureWatcher<PrintServerState>::finished, &loop, &QEventLoop::quit);
     watcher.setFuture(QtConcurrent::run(ProbePrintServer, address, milliseconds));
+    loop.exec();
+    return watcher.result();
+}
+
+QByteArray Post(const QString& address, const QByteArray& question, int milliseconds = Enough)
+{
+    QFutureWatcher<QByteArray> watcher;
+    QEventLoop loop;
+    QObject::connect(&watcher, &QFutureWatcher<QByteArray>::finished, &loop, &QEventLoop::quit);
+    watcher.setFuture(QtConcurrent::run(PostToPrintServer, address, question, milliseconds));
     loop.exec();
     return watcher.result();
 }
@@ -144,6 +154,87 @@ private Q_SLOTS:
         QCOMPARE(Probe(address), PrintServerState::Absent);
     }
 
+    void aQuestionIsPostedAndAnswered()
+    {
+        QByteArray request;
+        QLocalServer server;
+        serve(server, request, "HTTP/1.1 200 OK\r\nServer: x\r\n\r\nthe\r\n\r\nanswer", 1);
+
+        QCOMPARE(Post(m_path, QByteArray("a\0b", 3)), QByteArray("the\r\n\r\nanswer"));
+
+        // The older version, whose answers have no pieces and end when the server hangs up.
+        QVERIFY2(request.startsWith("POST / HTTP/1.0\r\n"), request);
+        QVERIFY(request.contains("\r\nContent-Type: application/ipp\r\n"));
+        QVERIFY(request.contains("\r\nContent-Length: 3\r\n"));
+        QVERIFY(request.endsWith(QByteArray("\r\n\r\na\0b", 7)));
+    }
+
+    void anAnswerInManyPiecesIsPutTogether()
+    {
+        QByteArray request;
+        QLocalServer server;
+        const QByteArray body(300000, 'x');
+        serve(server, request, "HTTP/1.0 200 OK\r\n\r\n" + body, 7001);
+
+        QCOMPARE(Post(m_path, "q"), body);
+    }
+
+    void anAnswerOverTheNetworkIsReadToo()
+    {
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        connect(&server, &QTcpServer::newConnection, this,
+                [&]
+                {
+                    QTcpSocket* socket = server.nextPendingConnection();
+                    socket->write("HTTP/1.1 200 OK\r\n\r\nyes");
+                    socket->disconnectFromHost();
+                });
+
+        QCOMPARE(Post(QString("127.0.0.1:%1").arg(server.serverPort()), "q"), QByteArray("yes"));
+    }
+
+    void whatIsNoAnswerGivesNothing_data()
+    {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::newRow("refused") << QByteArray("HTTP/1.1 401 Unauthorized\r\n\r\nbody");
+        QTest::newRow("another protocol") << QByteArray("HELO 200 OK\r\n\r\nbody");
+        QTest::newRow("the number elsewhere") << QByteArray("HTTP/1.1 500  200 \r\n\r\nbody");
+        QTest::newRow("a head alone") << QByteArray("HTTP/1.1 200 OK\r\nServer: x\r\n");
+        QTest::newRow("nothing") << QByteArray();
+    }
+
+    void whatIsNoAnswerGivesNothing()
+    {
+        QFETCH(QByteArray, answer);
+        QByteArray request;
+        QLocalServer server;
+        serve(server, request, answer, 1);
+
+        QCOMPARE(Post(m_path, "q"), QByteArray());
+    }
+
+    void aServerThatStopsInItsAnswerIsNotWaitedForLong()
+    {
+        QLocalServer server;
+        QVERIFY(server.listen(m_path));
+        connect(&server, &QLocalServer::newConnection, this,
+                [&] { server.nextPendingConnection()->write("HTTP/1.1 200 OK\r\n\r\nhalf of it"); });
+        QElapsedTimer timer;
+        timer.start();
+
+        QCOMPARE(Post(m_path, "q", Patience), QByteArray());
+
+        QVERIFY(timer.elapsed() >= Patience);
+        QVERIFY(timer.elapsed() < Enough);
+    }
+
+    void whereNothingListensThereIsNoAnswer()
+    {
+        for (const char* address : {"/nonexistent/cups.sock", "", ":631"})
+            QCOMPARE(Post(address, "q"), QByteArray());
+    }
+
     void theAddressIsThatOfTheEnvironment()
     {
         qputenv("CUPS_SERVER", "printers.example:1631");
@@ -155,6 +246,32 @@ private Q_SLOTS:
     }
 
 private:
+    // Takes in what comes until it holds the head and something more, then sends the answer in pieces and
+    // hangs up.
+    void serve(QLocalServer& server, QByteArray& request, const QByteArray& answer, int piece)
+    {
+        QVERIFY(server.listen(m_path));
+        connect(&server, &QLocalServer::newConnection, this,
+                [&server, &request, answer, piece]
+                {
+                    QLocalSocket* socket = server.nextPendingConnection();
+                    connect(socket, &QLocalSocket::readyRead, &server,
+                            [&request, socket, answer, piece]
+                            {
+                                request += socket->readAll();
+                                const int end = request.indexOf("\r\n\r\n");
+                                if (end < 0 || request.size() == end + 4)
+                                    return;
+                                for (int i = 0; i < answer.size(); i += piece)
+                                {
+                                    socket->write(answer.mid(i, piece));
+                                    socket->flush();
+                                }
+                                socket->disconnectFromServer();
+                            });
+                });
+    }
+
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_path;
 };
