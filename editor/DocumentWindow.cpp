@@ -4,6 +4,7 @@
 
 #include "Document.h"
 #include "NVDocumentView.h"
+#include "SelectionOutline.h"
 
 DocumentWindow::DocumentWindow(std::unique_ptr<Document> document, QWidget* parent)
     : QMdiSubWindow(parent),
@@ -14,6 +15,7 @@ DocumentWindow::DocumentWindow(std::unique_ptr<Document> document, QWidget* pare
     m_pView->setAcceptDrops(false);
     m_pView->viewport()->setAcceptDrops(false);
     m_pView->setAccessibleName(tr("Canvas"));
+    new SelectionOutline(m_pDocument->GetPixels(), m_pView);
     setWidget(m_pView);
     // Its keys, such as Ctrl+W, are those of the main window's menus.
     setSystemMenu(nullptr);

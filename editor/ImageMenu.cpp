@@ -35,6 +35,19 @@ Resampling ToResampling(int mode)
     return modes[qBound(0, mode, 2)];
 }
 
+// What the canvas size dialog makes of proportions goes beyond the range of its boxes. A picture that is too
+// large already may stay so.
+QString WhyTooLarge(const QSize& size, const QSize& before)
+{
+    const int most = KXDocumentInterface::MAX_DOC_DIMENSION;
+    if (size.width() <= qMax(most, before.width()) && size.height() <= qMax(most, before.height()))
+        return QString();
+    return ImageMenu::tr("A picture of %1 by %2 pixels is too large: a side has %3 pixels at most.")
+        .arg(size.width())
+        .arg(size.height())
+        .arg(most);
+}
+
 void RestoreValues(NVAutoCrop* dialog, const QSettings* settings)
 {
     dialog->SetMode(NVAutoCrop::Mode(
@@ -201,7 +214,10 @@ bool ImageMenu::Run(const QString& text, const Work& work)
 
 bool ImageMenu::IsRefused(const QSize& size)
 {
-    const QString reason = WhyNotInMemory(size, m_pDocument->GetPixels()->GetLayerCount());
+    const KXDocumentInterface* pixels = m_pDocument->GetPixels();
+    QString reason = WhyTooLarge(size, pixels->GetSize());
+    if (reason.isEmpty())
+        reason = WhyNotInMemory(size, pixels->GetLayerCount());
     if (!reason.isEmpty())
         ShowMessage(KXMessageBox::Error, tr("%1\n\nThe picture stays as it is.").arg(reason));
     return !reason.isEmpty();

@@ -57,7 +57,7 @@ LayerCommand::LayerCommand(Kind kind, KXDocumentInterface* document, int layer)
     m_properties.image = QImage();
 }
 
-void LayerCommand::undo()
+void LayerCommand::TakeBack()
 {
     bool done = true;
     if (m_kind == New || m_kind == Duplicate)
@@ -70,7 +70,7 @@ void LayerCommand::undo()
     setObsolete(!done);
 }
 
-void LayerCommand::redo()
+void LayerCommand::CarryOut()
 {
     bool done = true;
     if (m_kind == New || m_kind == Duplicate)
@@ -85,6 +85,11 @@ void LayerCommand::redo()
 qint64 LayerCommand::GetMemoryBytes() const
 {
     return m_pixels.GetMemoryBytes();
+}
+
+qint64 LayerCommand::GetBytes() const
+{
+    return m_pixels.GetBytes();
 }
 
 void LayerCommand::MoveToDisk()

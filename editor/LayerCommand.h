@@ -22,14 +22,14 @@ public:
     // The document is not owned and outlives the step. The layer must be there.
     LayerCommand(Kind kind, KXDocumentInterface* document, int layer);
 
-    // Each drops out of the stack when it can't be carried out for want of memory.
-    void undo() override;
-    void redo() override;
-
     qint64 GetMemoryBytes() const override;
+    qint64 GetBytes() const override;
     void MoveToDisk() override;
 
 private:
+    // Each drops out of the stack when it can't be carried out for want of memory.
+    void TakeBack() override;
+    void CarryOut() override;
     bool Insert();
     bool Remove();
     bool PutBack();

@@ -3,6 +3,7 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDockWidget>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QMdiSubWindow>
@@ -19,19 +20,26 @@
 #include "BatchWindow.h"
 #include "BrushDock.h"
 #include "BrushTool.h"
+#include "ColorRangeDock.h"
+#include "ColorRangeMenu.h"
+#include "ColorSampleDock.h"
 #include "Document.h"
 #include "DocumentWindow.h"
 #include "FileTask.h"
+#include "HistoryDock.h"
 #include "ImageMenu.h"
 #include "KXDocumentInterface.h"
 #include "KXMdiArea.h"
 #include "KXMessageBox.h"
 #include "LayerMenu.h"
+#include "LoupeDock.h"
 #include "NVApplication.h"
 #include "NVDocumentView.h"
+#include "NavigatorDock.h"
 #include "OptionArea.h"
 #include "PrintMenu.h"
 #include "RecentFiles.h"
+#include "SelectMenu.h"
 #include "Theme.h"
 #include "TilesCommand.h"
 #include "ToolBox.h"
@@ -82,13 +90,14 @@ MainWindow::MainWindow(QSettings* settings, QWidget* parent)
     CreateEditMenu();
     CreateImageMenu();
     CreateLayerMenu();
+    CreateSelectMenu();
     CreateViewMenu();
     CreateOtherMenus();
     connect(m_pArea, &QMdiArea::subWindowActivated, this, &MainWindow::OnWindowActivated);
     connect(m_pTask, &FileTask::BusyChanged, this, &MainWindow::OnBusyChanged);
     connect(m_pTheme, &Theme::Changed, this, &MainWindow::OnThemeChanged);
     OnThemeChanged(NVApplication::GetInstance()->GetTheme());
-    OnToolChosen(m_pBrush);
+    m_pToolBox->Choose(m_pBrush);
     OnRecentChanged();
     UpdateActions();
     UpdateTitle();
@@ -101,10 +110,19 @@ MainWindow::~MainWindow()
     // undo stacks.
     m_pTool->Deactivate();
     m_pBrushDock->ShowTool(nullptr);
+    m_pNavigatorDock->SetView(nullptr);
+    m_pHistoryDock->SetDocument(nullptr);
+    m_pSampleDock->SetDocument(nullptr);
+    m_pLoupeDock->SetCanvas(nullptr, nullptr);
+    m_pColorRangeMenu->SetDocument(nullptr, nullptr);
     m_pImageMenu->SetDocument(nullptr, nullptr);
     m_pLayerMenu->SetDocument(nullptr);
     m_pPrintMenu->SetDocument(nullptr);
+    m_pSelectMenu->SetDocument(nullptr, nullptr);
     disconnect(m_pArea, nullptr, this, nullptr);
+    const QList<QDockWidget*> docks = findChildren<QDockWidget*>();
+    for (const QDockWidget* dock : docks)
+        disconnect(dock, nullptr, this, nullptr);
     m_pArea->viewport()->removeEventFilter(this);
     const QList<DocumentWindow*> windows = GetDocumentWindows();
     for (DocumentWindow* window : windows)
@@ -224,6 +242,11 @@ void MainWindow::OnClearLayer()
         return;
     m_pTool->Finish();
     KXDocumentInterface* pixels = GetDocument()->GetPixels();
+    if (!pixels->GetSelectionMask().isNull())
+    {
+        m_pSelectMenu->GetClearAction()->trigger();
+        return;
+    }
     const int layer = pixels->GetCurrentLayer();
     QVector<SavedTile> tiles = {{pixels->GetRect(), pixels->GetLayer(layer).image}};
     QImage empty(pixels->GetSize(), QImage::Format_ARGB32_Premultiplied);
@@ -238,6 +261,12 @@ void MainWindow::OnClearLayer()
 void MainWindow::OnAboutToChange()
 {
     m_pTool->Finish();
+}
+
+void MainWindow::OnCanvasTaken()
+{
+    const bool isTaken = m_pColorRangeDock->IsOpen();
+    m_pTool->SetCanvas(isTaken ? nullptr : GetView(), isTaken ? nullptr : GetDocument());
 }
 
 void MainWindow::OnZoomIn()
@@ -261,6 +290,22 @@ void MainWindow::OnZoomFit()
 {
     if (NVDocumentView* view = GetView())
         view->FitInView();
+}
+
+void MainWindow::OnPanelTriggered(bool isOpen)
+{
+    auto* dock = qobject_cast<QDockWidget*>(sender()->parent());
+    // In front of the panels that share its place.
+    if (isOpen && dock)
+        dock->raise();
+}
+
+void MainWindow::OnPanelVisibilityChanged(bool visible)
+{
+    // Else the focus goes to whatever comes next, which may be the canvas of another document.
+    const auto* dock = qobject_cast<QDockWidget*>(sender());
+    if (!visible && dock && dock->isAncestorOf(focusWidget()) && GetView())
+        GetView()->setFocus();
 }
 
 void MainWindow::OnThemeTriggered(QAction* action)
@@ -288,10 +333,16 @@ void MainWindow::OnWindowActivated()
     if (m_pWindow)
         disconnect(m_pWindow->GetView(), nullptr, this, nullptr);
     m_pWindow = window;
-    m_pTool->SetCanvas(GetView(), GetDocument());
+    m_pColorRangeMenu->SetDocument(GetDocument(), GetView());
+    OnCanvasTaken();
     m_pImageMenu->SetDocument(GetDocument(), GetView());
     m_pLayerMenu->SetDocument(GetDocument());
     m_pPrintMenu->SetDocument(GetDocument());
+    m_pSelectMenu->SetDocument(GetDocument(), GetView());
+    m_pNavigatorDock->SetView(GetView());
+    m_pHistoryDock->SetDocument(GetDocument());
+    m_pSampleDock->SetDocument(GetDocument());
+    m_pLoupeDock->SetCanvas(GetView(), GetDocument());
     m_pUndoGroup->setActiveStack(window ? GetDocument()->GetUndoStack() : nullptr);
     if (window)
     {
@@ -329,6 +380,7 @@ void MainWindow::OnToolChosen(Tool* tool)
 {
     if (tool == m_pTool)
         return;
+    m_pColorRangeDock->Cancel();
     // What the tool before had to say means nothing to this one.
     statusBar()->clearMessage();
     if (m_pTool)
@@ -341,6 +393,12 @@ void MainWindow::OnToolChosen(Tool* tool)
     m_pTool->Activate();
     m_pOptions->ShowBar(m_pTool->GetBar());
     m_pBrushDock->ShowTool(qobject_cast<StrokeTool*>(m_pTool));
+}
+
+// Of any tool: the bar that is shown is always that of the current one.
+void MainWindow::OnBarChanged()
+{
+    m_pOptions->ShowBar(m_pTool->GetBar());
 }
 
 void MainWindow::OnScaleChanged(double scale)
@@ -362,7 +420,8 @@ void MainWindow::OnPointerLeft()
 void MainWindow::OnBusyChanged(bool busy)
 {
     for (QWidget* widget : {static_cast<QWidget*>(menuBar()), static_cast<QWidget*>(m_pOptionBar),
-                            static_cast<QWidget*>(m_pToolBox), static_cast<QWidget*>(m_pArea)})
+                            static_cast<QWidget*>(m_pToolBox), static_cast<QWidget*>(m_pArea),
+                            static_cast<QWidget*>(m_pHistoryDock)})
         widget->setEnabled(!busy);
 }
 
@@ -373,6 +432,7 @@ void MainWindow::OnThemeChanged(int theme)
     m_pToolBox->UpdateTheme();
     for (Tool* tool : qAsConst(m_Tools))
         tool->UpdateTheme();
+    m_pHistoryDock->UpdateTheme();
     const QList<QAction*> themes = m_pThemes->actions();
     for (QAction* action : themes)
         action->setChecked(action->data().toInt() == theme);
@@ -390,6 +450,9 @@ void MainWindow::RestoreWindow()
 void MainWindow::StoreWindow()
 {
     m_pTool->StoreValues();
+    m_pLoupeDock->StoreValues();
+    // It is not to be open at the next start.
+    m_pColorRangeDock->Cancel();
     m_pSettings->setValue(GeometryKey, saveGeometry());
     m_pSettings->setValue(StateKey, saveState(StateVersion));
     m_pSettings->setValue(OptionBarKey, !m_pOptionBar->isHidden());

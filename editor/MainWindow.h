@@ -11,14 +11,20 @@
 class BatchWindow;
 class BrushDock;
 class BrushTool;
+class ColorRangeDock;
+class ColorRangeMenu;
+class ColorSampleDock;
 class Document;
 class DocumentWindow;
 class FileTask;
+class HistoryDock;
 class ImageMenu;
 class KXMdiArea;
 class LayerMenu;
 class LayerPrompt;
+class LoupeDock;
 class NVDocumentView;
+class NavigatorDock;
 class OptionArea;
 class PrintMenu;
 class QActionGroup;
@@ -26,6 +32,7 @@ class QLabel;
 class QSettings;
 class QUndoGroup;
 class RecentFiles;
+class SelectMenu;
 class Theme;
 class ToolBox;
 
@@ -93,10 +100,14 @@ private Q_SLOTS:
     void OnRedo();
     void OnClearLayer();
     void OnAboutToChange();
+    // The canvas is the current tool's, unless a panel has taken it.
+    void OnCanvasTaken();
     void OnZoomIn();
     void OnZoomOut();
     void OnZoomOriginal();
     void OnZoomFit();
+    void OnPanelTriggered(bool isOpen);
+    void OnPanelVisibilityChanged(bool visible);
     void OnThemeTriggered(QAction* action);
     void OnAbout();
 
@@ -107,6 +118,7 @@ private Q_SLOTS:
     void OnUndoTextChanged(const QString& text);
     void OnRedoTextChanged(const QString& text);
     void OnToolChosen(Tool* tool);
+    void OnBarChanged();
     void OnScaleChanged(double scale);
     void OnPointerMoved(const CanvasPoint& point);
     void OnPointerLeft();
@@ -130,6 +142,7 @@ private:
     void CreateEditMenu();
     void CreateImageMenu();
     void CreateLayerMenu();
+    void CreateSelectMenu();
     void CreateViewMenu();
     void CreateThemeMenu(QMenu* view);
     void CreateOtherMenus();
@@ -164,11 +177,18 @@ private:
     QToolBar* m_pOptionBar;
     ToolBox* m_pToolBox;
     BrushDock* m_pBrushDock = nullptr;
+    NavigatorDock* m_pNavigatorDock = nullptr;
+    HistoryDock* m_pHistoryDock = nullptr;
+    ColorSampleDock* m_pSampleDock = nullptr;
+    LoupeDock* m_pLoupeDock = nullptr;
+    ColorRangeDock* m_pColorRangeDock = nullptr;
+    ColorRangeMenu* m_pColorRangeMenu = nullptr;
     BatchWindow* m_pBatch = nullptr;
     ImageMenu* m_pImageMenu = nullptr;
     LayerMenu* m_pLayerMenu = nullptr;
     LayerPrompt* m_pLayerPrompt = nullptr;
     PrintMenu* m_pPrintMenu = nullptr;
+    SelectMenu* m_pSelectMenu = nullptr;
     QList<Tool*> m_Tools;
     BrushTool* m_pBrush = nullptr;
     Tool* m_pTool = nullptr;
@@ -179,6 +199,7 @@ private:
     QList<QPair<QAction*, QString>> m_Pictures;
     QAction* m_pUndo = nullptr;
     QAction* m_pRedo = nullptr;
+    QAction* m_pClearLayer = nullptr;
     QMenu* m_pRecentMenu = nullptr;
     QActionGroup* m_pThemes = nullptr;
     QLabel* m_pZoomLabel = nullptr;

@@ -18,10 +18,12 @@
 #include <QUndoStack>
 
 #include "BatchWindow.h"
+#include "ColorRangeMenu.h"
 #include "Document.h"
 #include "DocumentFile.h"
 #include "DocumentWindow.h"
 #include "FileTask.h"
+#include "HistoryDock.h"
 #include "ImageMenu.h"
 #include "KXDocumentInterface.h"
 #include "KXMdiArea.h"
@@ -30,10 +32,12 @@
 #include "LayerPrompt.h"
 #include "MemoryRoom.h"
 #include "NVDocumentView.h"
+#include "NavigatorDock.h"
 #include "NewDocumentDialog.h"
 #include "PrintMenu.h"
 #include "RecentFiles.h"
 #include "SamplePicture.h"
+#include "SelectMenu.h"
 #include "Tool.h"
 
 namespace
@@ -340,10 +344,14 @@ void MainWindow::RemoveWindow(DocumentWindow* window)
 {
     if (window == m_pWindow)
     {
+        m_pColorRangeMenu->SetDocument(nullptr, nullptr);
         m_pTool->SetCanvas(nullptr, nullptr);
         m_pImageMenu->SetDocument(nullptr, nullptr);
         m_pLayerMenu->SetDocument(nullptr);
         m_pPrintMenu->SetDocument(nullptr);
+        m_pSelectMenu->SetDocument(nullptr, nullptr);
+        m_pNavigatorDock->SetView(nullptr);
+        m_pHistoryDock->SetDocument(nullptr);
         disconnect(window->GetView(), nullptr, this, nullptr);
         m_pWindow = nullptr;
     }

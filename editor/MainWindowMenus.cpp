@@ -12,23 +12,40 @@
 #include "BlurTool.h"
 #include "BrushDock.h"
 #include "BrushTool.h"
+#include "ColorPickerTool.h"
+#include "ColorRangeDock.h"
+#include "ColorRangeMenu.h"
+#include "ColorSampleDock.h"
+#include "ColorSamplerTool.h"
 #include "ColorSwatches.h"
+#include "CropTool.h"
+#include "Document.h"
 #include "DodgeTool.h"
 #include "EraserTool.h"
 #include "FillTool.h"
 #include "GradientMenu.h"
 #include "GradientTool.h"
 #include "HandTool.h"
+#include "HistoryDock.h"
 #include "ImageMenu.h"
 #include "LayerMenu.h"
 #include "LayerPrompt.h"
+#include "LoupeDock.h"
+#include "MoveTool.h"
+#include "NavigatorDock.h"
 #include "OptionArea.h"
 #include "PrintMenu.h"
 #include "RecentFiles.h"
 #include "RedEyeTool.h"
+#include "RulerTool.h"
+#include "SelectMenu.h"
+#include "SelectionTool.h"
 #include "SpotHealingTool.h"
 #include "StampTool.h"
+#include "TextTool.h"
 #include "ToolBox.h"
+#include "TransformTool.h"
+#include "WandTool.h"
 #include "ZoomTool.h"
 
 template <typename Slot>
@@ -45,7 +62,17 @@ QAction* MainWindow::AddAction(QMenu* menu, const QString& text, const QString& 
 void MainWindow::CreateTools()
 {
     m_pBrush = new BrushTool(m_pSettings, this);
-    m_Tools = {m_pBrush,
+    const auto open = [this](std::unique_ptr<Document> document) { AddDocument(std::move(document)); };
+    m_Tools = {new MoveTool(m_pSettings, this),
+               new SelectionTool(SelectionShape::Rectangle, m_pSettings, this),
+               new SelectionTool(SelectionShape::Ellipse, m_pSettings, this),
+               new WandTool(m_pSettings, this),
+               new CropTool({m_pSettings, m_pTask, this, open}, this),
+               new TransformTool(m_pSettings, this),
+               new ColorPickerTool(m_pSettings, this),
+               new ColorSamplerTool(m_pSettings, this),
+               new RulerTool(this),
+               m_pBrush,
                new EraserTool(m_pSettings, this),
                new StampTool(m_pSettings, this),
                new SpotHealingTool(m_pSettings, this),
@@ -54,10 +81,14 @@ void MainWindow::CreateTools()
                new RedEyeTool(m_pSettings, this),
                new FillTool(m_pSettings, this),
                new GradientTool(m_pSettings, this),
+               new TextTool(m_pSettings, this),
                new HandTool(this),
                new ZoomTool(this)};
     for (Tool* tool : qAsConst(m_Tools))
+    {
         connect(tool, &Tool::Message, this, &MainWindow::ShowStatus);
+        connect(tool, &Tool::BarChanged, this, &MainWindow::OnBarChanged);
+    }
     m_pOptionBar = addToolBar(tr("Option Bar"));
     m_pOptionBar->setObjectName(QStringLiteral("OptionBar"));
     m_pOptionBar->setMovable(false);
@@ -72,6 +103,27 @@ void MainWindow::CreateDocks()
 {
     m_pBrushDock = new BrushDock(this);
     addDockWidget(Qt::RightDockWidgetArea, m_pBrushDock);
+    // Beside tabs, a split would be one tab more.
+    m_pHistoryDock = new HistoryDock(m_pSettings, this);
+    splitDockWidget(m_pBrushDock, m_pHistoryDock, Qt::Vertical);
+    m_pNavigatorDock = new NavigatorDock(this);
+    tabifyDockWidget(m_pBrushDock, m_pNavigatorDock);
+    connect(m_pHistoryDock, &HistoryDock::AboutToChange, this, &MainWindow::OnAboutToChange);
+    connect(m_pHistoryDock, &HistoryDock::Message, this, &MainWindow::ShowStatus);
+    m_pSampleDock = new ColorSampleDock(this);
+    tabifyDockWidget(m_pHistoryDock, m_pSampleDock);
+    m_pSampleDock->SetSide(FindTool<ColorSamplerTool>()->GetSide());
+    connect(FindTool<ColorSamplerTool>(), &ColorSamplerTool::SideChanged, m_pSampleDock,
+            &ColorSampleDock::SetSide);
+    m_pLoupeDock = new LoupeDock(m_pSettings, this);
+    tabifyDockWidget(m_pHistoryDock, m_pLoupeDock);
+    m_pColorRangeDock = new ColorRangeDock(m_pSettings, this);
+    tabifyDockWidget(m_pBrushDock, m_pColorRangeDock);
+    connect(m_pColorRangeDock, &ColorRangeDock::Opened, this, &MainWindow::OnCanvasTaken);
+    connect(m_pColorRangeDock, &ColorRangeDock::Closed, this, &MainWindow::OnCanvasTaken);
+    m_pColorRangeMenu = new ColorRangeMenu(m_pColorRangeDock, m_pTask, this);
+    connect(m_pColorRangeMenu, &ColorRangeMenu::AboutToChange, this, &MainWindow::OnAboutToChange);
+    connect(m_pColorRangeMenu, &ColorRangeMenu::Message, this, &MainWindow::ShowStatus);
 }
 
 void MainWindow::CreateStatusBar()
@@ -130,8 +182,9 @@ void MainWindow::CreateEditMenu()
     m_pRedo = AddAction(menu, tr("&Redo"), QStringLiteral("edit-redo"),
                         QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_Z), &MainWindow::OnRedo);
     menu->addSeparator();
-    m_DocumentActions += AddAction(menu, tr("&Clear Layer"), QString(),
-                                   QKeySequence(Qt::CTRL + Qt::Key_Delete), &MainWindow::OnClearLayer);
+    m_pClearLayer = AddAction(menu, tr("&Clear Layer"), QString(), QKeySequence(Qt::CTRL + Qt::Key_Delete),
+                              &MainWindow::OnClearLayer);
+    m_DocumentActions += m_pClearLayer;
     menu->addSeparator();
     QAction* swap = menu->addAction(tr("&Swap Colours"), this, &ColorSwatches::Swap);
     swap->setShortcut(Qt::Key_X);
@@ -165,6 +218,15 @@ void MainWindow::CreateLayerMenu()
     connect(m_pLayerMenu, &LayerMenu::LayerTextChanged, m_pLayerLabel, &QLabel::setText);
 }
 
+void MainWindow::CreateSelectMenu()
+{
+    m_pSelectMenu = new SelectMenu(menuBar()->addMenu(tr("&Select")), this, this);
+    connect(m_pSelectMenu, &SelectMenu::AboutToChange, this, &MainWindow::OnAboutToChange);
+    connect(m_pSelectMenu, &SelectMenu::Message, this, &MainWindow::ShowStatus);
+    m_pSelectMenu->GetMenu()->insertAction(m_pSelectMenu->GetRefineAction(), m_pColorRangeMenu->GetAction());
+    m_pClearLayer->parentWidget()->insertAction(m_pClearLayer, m_pSelectMenu->GetClearAction());
+}
+
 void MainWindow::CreateViewMenu()
 {
     QMenu* menu = menuBar()->addMenu(tr("&View"));
@@ -186,6 +248,26 @@ void MainWindow::CreateViewMenu()
     QAction* brush = m_pBrushDock->toggleViewAction();
     brush->setText(tr("B&rush Panel"));
     menu->addAction(brush);
+    QAction* navigator = m_pNavigatorDock->toggleViewAction();
+    navigator->setText(tr("&Navigator Panel"));
+    menu->addAction(navigator);
+    QAction* history = m_pHistoryDock->toggleViewAction();
+    history->setText(tr("Histor&y Panel"));
+    menu->addAction(history);
+    QAction* samples = m_pSampleDock->toggleViewAction();
+    samples->setText(tr("Colour &Samples Panel"));
+    menu->addAction(samples);
+    QAction* loupe = m_pLoupeDock->toggleViewAction();
+    loupe->setText(tr("&Loupe Panel"));
+    menu->addAction(loupe);
+    const QList<QDockWidget*> docks = {m_pBrushDock, m_pNavigatorDock, m_pHistoryDock, m_pSampleDock,
+                                       m_pLoupeDock};
+    for (const QDockWidget* dock : docks)
+    {
+        connect(dock->toggleViewAction(), &QAction::triggered, this, &MainWindow::OnPanelTriggered);
+        connect(dock, &QDockWidget::visibilityChanged, this, &MainWindow::OnPanelVisibilityChanged);
+    }
+    connect(m_pColorRangeDock, &QDockWidget::visibilityChanged, this, &MainWindow::OnPanelVisibilityChanged);
     CreateThemeMenu(menu);
 }
 

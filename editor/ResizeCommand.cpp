@@ -38,12 +38,12 @@ ResizeCommand::ResizeCommand(const QString& text, Document* document, const Pict
 {
 }
 
-void ResizeCommand::undo()
+void ResizeCommand::TakeBack()
 {
     Exchange();
 }
 
-void ResizeCommand::redo()
+void ResizeCommand::CarryOut()
 {
     Exchange();
 }
@@ -51,6 +51,11 @@ void ResizeCommand::redo()
 qint64 ResizeCommand::GetMemoryBytes() const
 {
     return m_images.GetMemoryBytes();
+}
+
+qint64 ResizeCommand::GetBytes() const
+{
+    return m_images.GetBytes();
 }
 
 void ResizeCommand::MoveToDisk()

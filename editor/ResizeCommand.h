@@ -18,15 +18,15 @@ public:
     ResizeCommand(const QString& text, Document* document, const PictureContents& contents,
                   double resolution);
 
-    // Each drops out of the stack, and all other steps soon after, when it can't be carried out, since they
-    // are for a document of the other size.
-    void undo() override;
-    void redo() override;
-
     qint64 GetMemoryBytes() const override;
+    qint64 GetBytes() const override;
     void MoveToDisk() override;
 
 private:
+    // Each drops out of the stack, and all other steps soon after, when it can't be carried out, since they
+    // are for a document of the other size.
+    void TakeBack() override;
+    void CarryOut() override;
     void Exchange();
     bool ExchangeContents();
 

@@ -27,8 +27,14 @@ void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
 {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool isBox = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton;
-    if (!isBox || option->palette.color(QPalette::Window).lightness() > DarkLightness)
-        return;
+    if (isBox && option->palette.color(QPalette::Window).lightness() <= DarkLightness)
+        DrawBoxOutline(element, option, painter);
+    else if (element == PE_PanelButtonTool && option->state.testFlag(State_On))
+        DrawChosenOutline(option, painter);
+}
+
+void ThemeStyle::DrawBoxOutline(PrimitiveElement element, const QStyleOption* option, QPainter* painter)
+{
     if (option->state.testFlag(State_HasFocus) && option->state.testFlag(State_KeyboardFocusChange))
         return;
     painter->save();
@@ -40,5 +46,18 @@ void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
         painter->drawRect(outline);
     else
         painter->drawEllipse(outline);
+    painter->restore();
+}
+
+void ThemeStyle::DrawChosenOutline(const QStyleOption* option, QPainter* painter)
+{
+    const bool enabled = option->state.testFlag(State_Enabled);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(QPen(option->palette.color(enabled ? QPalette::Active : QPalette::Disabled,
+                                               enabled ? QPalette::Link : QPalette::WindowText),
+                         2));
+    painter->drawRoundedRect(QRectF(option->rect).adjusted(1, 1, -1, -1), 2, 2);
     painter->restore();
 }

@@ -14,6 +14,11 @@ qint64 TileStore::GetMemoryBytes() const
     return bytes;
 }
 
+qint64 TileStore::GetBytes() const
+{
+    return m_pFile ? m_pFile->size() : GetMemoryBytes();
+}
+
 void TileStore::MoveToDisk()
 {
     if (m_pFile)

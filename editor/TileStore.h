@@ -19,6 +19,8 @@ public:
 
     // In bytes; 0 while they lie in the file.
     qint64 GetMemoryBytes() const;
+    // Of the file, while they lie there.
+    qint64 GetBytes() const;
 
     // They stay in memory when that fails.
     void MoveToDisk();

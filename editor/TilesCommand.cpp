@@ -11,12 +11,12 @@ TilesCommand::TilesCommand(const QString& text, KXDocumentInterface* document, i
     m_tiles.Set(std::move(tiles));
 }
 
-void TilesCommand::undo()
+void TilesCommand::TakeBack()
 {
     Exchange();
 }
 
-void TilesCommand::redo()
+void TilesCommand::CarryOut()
 {
     if (m_isFirst)
         m_isFirst = false;
@@ -27,6 +27,11 @@ void TilesCommand::redo()
 qint64 TilesCommand::GetMemoryBytes() const
 {
     return m_tiles.GetMemoryBytes();
+}
+
+qint64 TilesCommand::GetBytes() const
+{
+    return m_tiles.GetBytes();
 }
 
 void TilesCommand::MoveToDisk()

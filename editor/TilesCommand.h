@@ -15,14 +15,14 @@ public:
     // The change is on the layer already. The document is not owned and outlives the step.
     TilesCommand(const QString& text, KXDocumentInterface* document, int layer, QVector<SavedTile> tiles);
 
-    void undo() override;
-    // The first call, by the stack, does nothing.
-    void redo() override;
-
     qint64 GetMemoryBytes() const override;
+    qint64 GetBytes() const override;
     void MoveToDisk() override;
 
 private:
+    void TakeBack() override;
+    // The first call does nothing.
+    void CarryOut() override;
     void Exchange();
 
     KXDocumentInterface* m_pDocument;

@@ -15,8 +15,10 @@ int RunTour(const QString& folder, const QString& picture)
     }
     PlayStart(guide);
     void (*const topics[])(TourGuide&) = {
-        PlayBrush,     PlayCanvas, PlayEraser, PlayStamp, PlayBlurAndDodge, PlayHealing, PlayFillCan,
-        PlayGradients, PlayImage,  PlayPanels, PlayBatch, PlayPrint,        PlayThemes,  PlayFiles};
+        PlayBrush,      PlayCanvas,    PlayEraser, PlayStamp,     PlayBlurAndDodge, PlayHealing,
+        PlayFillCan,    PlaySelection, PlayWand,   PlayGradients, PlayText,         PlayCrop,
+        PlayMove,       PlayMeasure,   PlayImage,  PlayPanels,    PlayNavigator,    PlayHistory,
+        PlayColorRange, PlayBatch,     PlayPrint,  PlayThemes,    PlayFiles};
     if (guide.GetDocument())
     {
         for (const auto play : topics)

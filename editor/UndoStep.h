@@ -2,14 +2,31 @@
 
 #include <QUndoCommand>
 
-// An undo step of a document, which asks its steps how much they hold and has old ones put it away.
+// An undo step of a document, which asks its steps how much they hold, has old ones put it away, and drops
+// the oldest.
 class UndoStep : public QUndoCommand
 {
 public:
-    using QUndoCommand::QUndoCommand;
+    explicit UndoStep(const QString& text);
 
-    // What it holds in memory of pixels, in bytes.
+    // Tells it from all other steps of the program. Later steps have higher numbers.
+    quint64 GetNumber() const;
+    // What it holds of pixels, in bytes: in memory, and wherever that is.
     virtual qint64 GetMemoryBytes() const = 0;
+    virtual qint64 GetBytes() const = 0;
     // Puts the pixels into a temporary file until they are needed. They stay in memory when that fails.
     virtual void MoveToDisk() = 0;
+    // While it is passed over, undo() and redo() change nothing: the stack may walk to its bottom and back.
+    void SetPassedOver(bool passedOver);
+
+    void undo() final;
+    void redo() final;
+
+private:
+    virtual void TakeBack() = 0;
+    // The first call comes when the step is pushed.
+    virtual void CarryOut() = 0;
+
+    quint64 m_number;
+    bool m_isPassedOver = false;
 };

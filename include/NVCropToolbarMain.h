@@ -7,9 +7,9 @@
 
 class Ui_CropToolBarMain;
 
-// The option bar of the crop tool while a crop rectangle is on the canvas: its angle and size, the shield (the
-// shade over the area that will go), what becomes of that area, the guides over the rectangle, and the buttons
-// that end the crop.
+// The option bar of the crop tool while a crop rectangle is on the canvas: its angle and size, the shield
+// (the shade over the area that will go), what becomes of that area, the guides over the rectangle, and the
+// buttons that end the crop.
 //
 // A signal tells a change by hand and by slot alike, and never goes out for the value that is there already.
 // GUI thread only.
@@ -63,7 +63,8 @@ Q_SIGNALS:
     void WidthChanged(int width);
     void HeightChanged(int height);
     void ShieldEnabled(bool enabled);
-    // While the color dialog is open, of each choice in it at once; when it is cancelled, of the color before.
+    // While the color dialog is open, of each choice in it at once; when it is cancelled, of the color
+    // before.
     void ShieldColorChanged(const QColor& color);
     void ShieldOpacityChanged(int percent);
     void DeleteAreaChanged(bool deleteArea);

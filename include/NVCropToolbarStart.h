@@ -21,7 +21,8 @@ public:
     // Pixels, 0 to 10000, default 0.
     int GetWidth() const;
     int GetHeight() const;
-    // Whether both boxes show an empty text. While one is being typed in, that is not yet what its value says.
+    // Whether both boxes show an empty text. While one is being typed in, that is not yet what its value
+    // says.
     bool IsClear() const;
 
 public Q_SLOTS:

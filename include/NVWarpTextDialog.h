@@ -17,11 +17,11 @@ public:
     explicit NVWarpTextDialog(QWidget* parent);
     ~NVWarpTextDialog() override;
 
-    // What the controls show: amounts of two decimals from -100 to 100, style -1 when nothing is selected, and
-    // always the identity.
+    // What the controls show: amounts of two decimals from -100 to 100, style -1 when nothing is selected,
+    // and always the identity.
     NVTextDeformation GetDeformation() const;
-    // The amounts are clamped and rounded to two decimals; a style that is not in the list leaves it without a
-    // selection. Tells of each control that changes.
+    // The amounts are clamped and rounded to two decimals; a style that is not in the list leaves it without
+    // a selection. Tells of each control that changes.
     void SetDeformation(const NVTextDeformation& deformation);
 
 Q_SIGNALS:

@@ -28,6 +28,11 @@ KXDocumentInterface* DocumentOf(const NVDocumentView* view)
     return model ? model->GetDocument() : nullptr;
 }
 
+QString RangeText(int from, int to)
+{
+    return NVNavigatorPanel::tr("%1 to %2").arg(from).arg(to);
+}
+
 // The point that the view keeps in its middle.
 QPoint Middle(const NVDocumentView* view)
 {
@@ -41,6 +46,10 @@ NVNavigatorPanel::NVNavigatorPanel(QWidget* parent)
     : KXPanel(parent, TitleTop, Qt::WindowFlags()), m_pUi(new Ui_Navigator)
 {
     m_pUi->setupUi(Content());
+    // At least what the form says, and room for the longest range in whatever font there is.
+    m_pUi->m_pRange->setMinimumWidth(
+        qMax(m_pUi->m_pRange->minimumWidth(),
+             m_pUi->m_pRange->fontMetrics().horizontalAdvance(RangeText(255, 255))));
     ConnectControls();
 }
 
@@ -176,7 +185,7 @@ void NVNavigatorPanel::OnHistogrammChanngel(int index)
 
 void NVNavigatorPanel::OnHistogramRangeChanged(int from, int to)
 {
-    m_pUi->m_pRange->setText(tr("%1 to %2").arg(from).arg(to));
+    m_pUi->m_pRange->setText(RangeText(from, to));
 }
 
 void NVNavigatorPanel::OnHistogramCount(int count)

@@ -18,8 +18,8 @@ shopt -s nullglob
 # The window after the last step of that name.
 windows=("$folder"/[0-9]*-stamp-aligned.png)
 cp -- "${windows[-1]}" docs/pictures/norvane.png
-for bar in brush eraser stamp spot-healing blur dodge red-eye fill gradient; do
+for bar in brush eraser stamp spot-healing blur dodge red-eye fill gradient text selection wand picker sampler ruler zoom crop-start crop move transform; do
     cp -- "$folder/$bar-bar.png" docs/pictures/
 done
-cp -- "$folder/brush-panel.png" "$folder/gradient-editor.png" docs/pictures/
+cp -- "$folder/brush-panel.png" "$folder/gradient-editor.png" "$folder/warp-text.png" "$folder/sample-panel.png" "$folder/zoom-panel.png" docs/pictures/
 ls -l docs/pictures

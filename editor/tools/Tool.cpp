@@ -14,13 +14,17 @@ Tool::~Tool()
 {
     if (m_isActive)
         Detach();
-    delete m_pBar;
+    for (const QPointer<QWidget>& bar : qAsConst(m_bars))
+        delete bar;
 }
 
 QWidget* Tool::GetBar()
 {
     if (!m_pBar)
+    {
         m_pBar = CreateBar();
+        AddBar(m_pBar);
+    }
     return m_pBar;
 }
 
@@ -73,6 +77,7 @@ void Tool::SetCanvas(NVDocumentView* view, Document* document)
         Detach();
     m_pView = view;
     m_pDocument = document;
+    CanvasChanged();
     if (m_isActive)
         Attach();
 }
@@ -88,14 +93,19 @@ void Tool::StoreValues() { }
 
 void Tool::UpdateTheme()
 {
-    if (m_pBar)
-        UpdateBarTheme(m_pBar);
+    for (const QPointer<QWidget>& bar : qAsConst(m_bars))
+    {
+        if (bar)
+            UpdateBarTheme(bar);
+    }
 }
 
 void Tool::UpdateBarTheme(QWidget* bar)
 {
     Q_UNUSED(bar)
 }
+
+void Tool::CanvasChanged() { }
 
 void Tool::CreateShortcuts() { }
 
@@ -126,6 +136,19 @@ bool Tool::CanChangeLayer()
         return true;
     Q_EMIT Message(tr("The layer \"%1\" is hidden: show it to work on it.").arg(layer.name));
     return false;
+}
+
+void Tool::AddBar(QWidget* bar)
+{
+    m_bars += bar;
+}
+
+void Tool::ChangeBar(QWidget* bar)
+{
+    if (bar == m_pBar)
+        return;
+    m_pBar = bar;
+    Q_EMIT BarChanged(bar);
 }
 
 void Tool::SetBarPicture(QWidget* bar, const QString& label, const QString& picture)

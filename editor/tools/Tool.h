@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QKeySequence>
+#include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -26,7 +27,8 @@ public:
     // The picture of the tool box, without "theme:" and suffix.
     virtual QString GetPictureName() const = 0;
     virtual QKeySequence GetKey() const = 0;
-    // The option bar. It is the tool's and goes with it, whatever parent it is given.
+    // The option bar, or that of several which the tool has on show now. It is the tool's and goes with it,
+    // whatever parent it is given.
     QWidget* GetBar();
     bool IsActive() const;
     // Both null while no document is open.
@@ -52,10 +54,14 @@ public:
 Q_SIGNALS:
     // Something to say in the status bar.
     void Message(const QString& text);
+    // GetBar() gives another one from now on.
+    void BarChanged(QWidget* bar);
 
 protected:
     virtual QWidget* CreateBar() = 0;
     virtual void UpdateBarTheme(QWidget* bar);
+    // The view and the document are others now. Comes before Equip.
+    virtual void CanvasChanged();
     // The keys go on, and off.
     virtual void CreateShortcuts();
     virtual void ReleaseShortcuts();
@@ -69,6 +75,10 @@ protected:
 
     // Whether the current layer may be changed; when it is hidden, a message says so.
     bool CanChangeLayer();
+    // A further bar is the tool's from now on.
+    void AddBar(QWidget* bar);
+    // Puts one of the tool's bars on show in place of the one before.
+    void ChangeBar(QWidget* bar);
     // Shows the picture, named without "theme:" and suffix, on the label of a bar.
     static void SetBarPicture(QWidget* bar, const QString& label, const QString& picture);
     // Escape takes back what is under way as long as it is on.
@@ -86,7 +96,9 @@ private:
     void Attach();
     void Detach();
 
+    // The one on show, and all that there are.
     QPointer<QWidget> m_pBar;
+    QList<QPointer<QWidget>> m_bars;
     // Lives while the tool is the current one, and has its key while something is under way.
     QPointer<KXShortcut> m_pEscape;
     QPointer<NVDocumentView> m_pView;

@@ -5,7 +5,6 @@
 #include <QDoubleSpinBox>
 #include <QGraphicsScene>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
@@ -44,16 +43,6 @@ void CheckSize(TourGuide& guide, const QSize& size)
     guide.Check(SizeOf(guide) == size, QStringLiteral("the picture is %1").arg(Text(SizeOf(guide))));
 }
 
-// Types over what the box of a dialog says; the keyboard goes there by a click.
-void TypeOver(TourGuide& guide, QAbstractSpinBox* box, const char* text)
-{
-    if (!guide.Check(box, "the dialog has no such box"))
-        return;
-    guide.GetRobot().Click(box, QPoint(20, box->height() / 2));
-    guide.GetRobot().Key(Qt::Key_A, Qt::ControlModifier);
-    guide.GetRobot().Type(QLatin1String(text));
-}
-
 // Opens the dialog by the keys of its menu entry and lets the act work in it.
 template <class Dialog, class Act>
 void VisitDialog(TourGuide& guide, int key, const Act& act)
@@ -77,7 +66,7 @@ void Shrink(TourGuide& guide)
                              [&guide](NVImageSize* dialog)
                              {
                                  guide.TakePicture();
-                                 TypeOver(guide, Control<QDoubleSpinBox>(dialog, "m_pNewWidth"), "300");
+                                 guide.TypeOver(Control<QDoubleSpinBox>(dialog, "m_pNewWidth"), "300");
                                  guide.TakePicture();
                                  guide.GetRobot().Key(Qt::Key_Return);
                              });
@@ -93,7 +82,7 @@ void EnlargeNearest(TourGuide& guide)
                              [&guide](NVImageSize* dialog)
                              {
                                  guide.ChooseEntry(Control<QComboBox>(dialog, "m_pWidthUnits"), 1);
-                                 TypeOver(guide, Control<QDoubleSpinBox>(dialog, "m_pNewWidth"), "150");
+                                 guide.TypeOver(Control<QDoubleSpinBox>(dialog, "m_pNewWidth"), "150");
                                  guide.ChooseEntry(Control<QComboBox>(dialog, "m_pResampleMethod"), 0);
                                  guide.TakePicture();
                                  guide.GetRobot().Click(Control<QDoubleSpinBox>(dialog, "m_pNewHeight"),
@@ -114,8 +103,8 @@ void GrowCanvas(TourGuide& guide)
         {
             guide.TakePicture();
             guide.SetChecked(Control<QCheckBox>(dialog, "m_pConstrainProportions"), false);
-            TypeOver(guide, Control<QDoubleSpinBox>(dialog, "m_pNewWidth"), "1500");
-            TypeOver(guide, Control<QDoubleSpinBox>(dialog, "m_pNewHeight"), "1000");
+            guide.TypeOver(Control<QDoubleSpinBox>(dialog, "m_pNewWidth"), "1500");
+            guide.TypeOver(Control<QDoubleSpinBox>(dialog, "m_pNewHeight"), "1000");
             auto* anchors = Control<KXAnchorSelection>(dialog, "m_pAnchorWidget");
             if (guide.Check(anchors, "there is no anchor to choose"))
                 guide.GetRobot().Click(anchors->childAt(anchors->width() / 2, anchors->height() * 5 / 6));

@@ -34,8 +34,9 @@ void ChooseTheme(TourGuide& guide, int theme, int key)
 // Every bar, and the two kinds of popup.
 void ShowBars(TourGuide& guide, const QString& theme)
 {
-    const char* const tools[] = {"Eraser", "Clone Stamp", "Spot Healing", "Blur", "Dodge", "Red Eye",
-                                 "Fill",   "Gradient",    "Hand",         "Zoom", "Brush"};
+    const char* const tools[] = {"Crop",        "Colour Picker", "Colour Sampler", "Ruler", "Eraser",
+                                 "Clone Stamp", "Spot Healing",  "Blur",           "Dodge", "Red Eye",
+                                 "Fill",        "Gradient",      "Hand",           "Zoom",  "Brush"};
     for (const char* tool : tools)
     {
         guide.ChooseTool(tool);

@@ -207,6 +207,15 @@ void TourGuide::TypeInto(QAbstractSpinBox* box, int value)
     m_robot.Key(Qt::Key_Return);
 }
 
+void TourGuide::TypeOver(QAbstractSpinBox* box, const char* text)
+{
+    if (!Check(box, "the dialog has no such box"))
+        return;
+    m_robot.Click(box, QPoint(20, box->height() / 2));
+    m_robot.Key(Qt::Key_A, Qt::ControlModifier);
+    m_robot.Type(QString::fromLatin1(text));
+}
+
 void TourGuide::ChooseEntry(QComboBox* combo, int index)
 {
     if (!Check(combo, "there is no such list"))

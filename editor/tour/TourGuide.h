@@ -82,6 +82,8 @@ public:
     void ChooseTool(const char* name);
     // A control that is null is a failure of the step.
     void TypeInto(QAbstractSpinBox* box, int value);
+    // The same in a dialog, where Enter would be its end.
+    void TypeOver(QAbstractSpinBox* box, const char* text);
     void ChooseEntry(QComboBox* combo, int index);
     void SetChecked(QAbstractButton* button, bool checked);
     // Opens the popup by a click on its button, takes a picture, lets the act work in it, and closes it by a

@@ -112,19 +112,23 @@ void TourRobot::Wheel(QWidget* widget, const QPoint& point, int turns)
     Settle();
 }
 
-void TourRobot::Drag(NVDocumentView* view, const QVector<QPointF>& points)
+void TourRobot::Drag(NVDocumentView* view, const QVector<QPointF>& points, Qt::KeyboardModifiers modifiers)
 {
-    m_time += 2 * QGuiApplication::styleHints()->mouseDoubleClickInterval();
-    QWidget* canvas = view->viewport();
     // What a tool does on the way may move the document under the pointer.
     QVector<QPoint> places;
     for (const QPointF& point : points)
         places += view->MapFromDocument(point).toPoint();
-    Mouse(canvas, places.constFirst(), QEvent::MouseMove, Qt::NoButton, Qt::NoModifier);
-    Mouse(canvas, places.constFirst(), QEvent::MouseButtonPress, Qt::LeftButton, Qt::NoModifier);
-    for (const QPoint& place : qAsConst(places))
-        Mouse(canvas, place, QEvent::MouseMove, Qt::NoButton, Qt::NoModifier);
-    Mouse(canvas, places.constLast(), QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoModifier);
+    DragOn(view->viewport(), places, modifiers);
+}
+
+void TourRobot::DragOn(QWidget* widget, const QVector<QPoint>& points, Qt::KeyboardModifiers modifiers)
+{
+    m_time += 2 * QGuiApplication::styleHints()->mouseDoubleClickInterval();
+    Mouse(widget, points.constFirst(), QEvent::MouseMove, Qt::NoButton, modifiers);
+    Mouse(widget, points.constFirst(), QEvent::MouseButtonPress, Qt::LeftButton, modifiers);
+    for (const QPoint& point : points)
+        Mouse(widget, point, QEvent::MouseMove, Qt::NoButton, modifiers);
+    Mouse(widget, points.constLast(), QEvent::MouseButtonRelease, Qt::LeftButton, modifiers);
 }
 
 void TourRobot::Key(int key, Qt::KeyboardModifiers modifiers, const QString& text)
@@ -177,6 +181,9 @@ void TourRobot::OnLook()
         return;
     }
     Settle();
+    // A look of an earlier call may have come in between.
+    if (!m_whenModal)
+        return;
     const std::function<void(QWidget*)> act = std::move(m_whenModal);
     m_whenModal = nullptr;
     act(modal);

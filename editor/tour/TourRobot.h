@@ -34,7 +34,11 @@ public:
     // Turns of the wheel, towards the person above 0.
     void Wheel(QWidget* widget, const QPoint& point, int turns);
     // A drag with the left button along points of the document.
-    void Drag(NVDocumentView* view, const QVector<QPointF>& points);
+    void Drag(NVDocumentView* view, const QVector<QPointF>& points,
+              Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    // The same along points of a widget.
+    void DragOn(QWidget* widget, const QVector<QPoint>& points,
+                Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     // To whatever has the keyboard now.
     void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = QString());
     void Type(const QString& text);

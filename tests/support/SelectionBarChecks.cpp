@@ -327,6 +327,16 @@ void slotOfSubtractIsSpelledAsItAlwaysWas(const SelectionBar& facts)
     }
 }
 
+void stateIsASlotAndModifiersAreNone(const SelectionBar& facts)
+{
+    const Listener listener(facts);
+    const QMetaObject* meta = listener.bar->metaObject();
+
+    QVERIFY(meta->indexOfSlot("SetState(int)") >= 0);
+    for (int i = meta->methodOffset(); i < meta->methodCount(); ++i)
+        QVERIFY(meta->method(i).name() != "SetModifiers");
+}
+
 void startsAtReplace(const SelectionBar& facts)
 {
     const Listener listener(facts);
@@ -748,6 +758,7 @@ const Check Checks[] = {
     {"another action replaces the first", anotherActionReplacesTheFirst},
     {"one action serves two bars", oneActionServesTwoBars},
     {"the slot of subtract is spelled as it always was", slotOfSubtractIsSpelledAsItAlwaysWas},
+    {"the state is a slot and the modifiers are none", stateIsASlotAndModifiersAreNone},
     {"starts at replace", startsAtReplace},
     {"a click chooses and tells once", clickChoosesAndTellsOnce},
     {"SetState chooses and tells once", setStateChoosesAndTellsOnce},

@@ -8,6 +8,7 @@
 #include "KXBatchInputModel.h"
 #include "KXBrushSettings.h"
 #include "KXColorDlg.h"
+#include "KXColorSampleDelegate.h"
 #include "KXCommonComboBox.h"
 #include "KXDialog.h"
 #include "KXDialogPanel.h"
@@ -22,6 +23,11 @@
 #include "NVBrushPanel.h"
 #include "NVBrushToolbar.h"
 #include "NVCanvasSize.h"
+#include "NVColorPickerToolbar.h"
+#include "NVColorSamplePanel.h"
+#include "NVColorSamplerToolbar.h"
+#include "NVCropToolbarMain.h"
+#include "NVCropToolbarStart.h"
 #include "NVDocumentView.h"
 #include "NVDodgeToolbar.h"
 #include "NVEraserToolbar.h"
@@ -33,13 +39,22 @@
 #include "NVHistoryPanel.h"
 #include "NVImageSize.h"
 #include "NVIncompleteDocumentInfo.h"
+#include "NVMagicWandToolbar.h"
+#include "NVMoveToolbar.h"
 #include "NVNavigatorPanel.h"
 #include "NVPrintPreviewDialog.h"
 #include "NVRedEyeToolbar.h"
+#include "NVRulerToolbar.h"
 #include "NVSelectColorRange.h"
+#include "NVSelectionToolbar.h"
 #include "NVSpinBox.h"
 #include "NVSpotHealingToolbar.h"
 #include "NVStampToolbar.h"
+#include "NVTextToolbar.h"
+#include "NVTransformToolbar.h"
+#include "NVWarpTextDialog.h"
+#include "NVZoomPanel.h"
+#include "NVZoomToolbar.h"
 #include "NavigatorWidget.h"
 #include "PatternSelectWidget.h"
 #include "TransformationCenterPointControl.h"
@@ -51,8 +66,10 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QStandardItemModel>
 #include <QtTest>
 
 #include <algorithm>
@@ -234,6 +251,58 @@ void makeColorRange(Specimen& specimen)
     specimen.Widget = panel;
 }
 
+// The panel deletes neither its model nor its delegate.
+void makeColorSamples(Specimen& specimen)
+{
+    const auto model = std::make_shared<QStandardItemModel>(4, 1);
+    for (int row = 0; row < model->rowCount(); ++row)
+    {
+        const QModelIndex index = model->index(row, 0);
+        model->setData(index, QString("X: %1  Y: 7").arg(row), Qt::DisplayRole);
+        model->setData(index, QColor::fromHsv(row * 60, 200, 200), Qt::DecorationRole);
+        model->setData(index, "R: 1  G: 2  B: 3", KXColorSampleDelegate::DetailRole);
+    }
+    auto* panel = new NVColorSamplePanel(nullptr);
+    panel->SetModel(model.get());
+    const std::shared_ptr<QAbstractItemDelegate> delegate(panel->findChild<QListView*>()->itemDelegate());
+    specimen.Widget = panel;
+    specimen.Context = {model, delegate};
+}
+
+void makeRulerBar(Specimen& specimen)
+{
+    auto* bar = new NVRulerToolbar(nullptr);
+    bar->SetLength("120.5 px");
+    bar->SetStraightenEnabled(true);
+    bar->SetClearEnabled(true);
+    specimen.Widget = bar;
+}
+
+void makeSamplerBar(Specimen& specimen)
+{
+    auto* bar = new NVColorSamplerToolbar(nullptr);
+    bar->SetClearEnabled(true);
+    specimen.Widget = bar;
+}
+
+void makeZoomBar(Specimen& specimen)
+{
+    auto* bar = new NVZoomToolbar(nullptr);
+    bar->SetActualPixelsEnabled(true);
+    bar->SetFitScreenEnabled(true);
+    specimen.Widget = bar;
+}
+
+void makeZoomPanel(Specimen& specimen)
+{
+    const auto document = makeDocument();
+    auto* panel = new NVZoomPanel(nullptr);
+    panel->SetDocument(document.get());
+    panel->SetZoomValue(8);
+    specimen.Widget = panel;
+    specimen.Context = {document};
+}
+
 void makeAddToBatchDialog(Specimen& specimen)
 {
     const auto model = std::make_shared<KXBatchInputModel>();
@@ -336,6 +405,11 @@ const std::vector<Species>& AllSpecies()
          true,
          {}},
         {"NVCanvasSize", makeCanvasSize, false, {}},
+        {"NVColorPickerToolbar", makePlain<NVColorPickerToolbar>, false, {}},
+        {"NVColorSamplePanel", makeColorSamples, false, {"QAbstractItemModel*"}},
+        {"NVColorSamplerToolbar", makeSamplerBar, false, {}},
+        {"NVCropToolbarMain", makePlain<NVCropToolbarMain>, false, {}},
+        {"NVCropToolbarStart", makePlain<NVCropToolbarStart>, false, {}},
         {"NVDocumentView", makeView, false, {}},
         {"NVDodgeToolbar", makePlain<NVDodgeToolbar>, false, {}},
         {"NVEraserToolbar", makePlain<NVEraserToolbar>, false, {}},
@@ -348,15 +422,24 @@ const std::vector<Species>& AllSpecies()
         {"NVPrintPreviewDialog", makePrintDialog, false, {}},
         {"NVHistoryItem", makePlain<NVHistoryItem>, true, {}},
         {"NVHistoryPanel", makeHistoryPanel, false, {}},
+        {"NVMoveToolbar", makePlain<NVMoveToolbar>, false, {}},
+        {"NVMagicWandToolbar", makePlain<NVMagicWandToolbar>, false, {}},
         {"NVNavigatorPanel", makeNavigatorPanel, false, {"NVDocumentView*"}},
         {"NVRedEyeToolbar",
          [](Specimen& specimen) { specimen.Widget = new NVRedEyeToolbar(nullptr, Qt::WindowFlags()); },
          false,
          {}},
+        {"NVRulerToolbar", makeRulerBar, false, {}},
+        {"NVSelectionToolbar", makePlain<NVSelectionToolbar>, false, {}},
         {"NVSelectColorRange", makeColorRange, false, {}},
         {"NVSpinBox", makePlain<NVSpinBox>, true, {}},
         {"NVSpotHealingToolbar", makePlain<NVSpotHealingToolbar>, false, {}},
         {"NVStampToolbar", makePlain<NVStampToolbar>, false, {}},
+        {"NVTextToolbar", makePlain<NVTextToolbar>, false, {}},
+        {"NVWarpTextDialog", makePlain<NVWarpTextDialog>, false, {}},
+        {"NVTransformToolbar", makePlain<NVTransformToolbar>, false, {}},
+        {"NVZoomPanel", makeZoomPanel, false, {"KXDocumentInterface*"}},
+        {"NVZoomToolbar", makeZoomBar, false, {}},
         {"NavigatorWidget", makeOverview, true, {"KXDocumentInterface*", "KXColorTransformBase*"}},
         {"PatternSelectWidget", makePlain<PatternSelectWidget>, false, {}},
         {"TransformationCenterPointControl", makePlain<TransformationCenterPointControl>, true, {}},

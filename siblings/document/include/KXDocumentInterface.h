@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QObject>
 #include <QRegion>
+#include <QVariant>
 #include <QVector>
 
 #include "document_export.h"
@@ -28,6 +29,9 @@ public:
         int opacity = 100;
         // Index into the list of thirteen blend modes, 0 "Normal" to 12 "Addition".
         int blendMode = 0;
+        // What a host made the image from, so that it can be made anew. It goes wherever the layer goes, and
+        // whether the image is still that one is the host's to find out.
+        QVariant source = QVariant();
     };
 
     // A document with one layer that shows the image, which is converted to ARGB32_Premultiplied. The
@@ -83,6 +87,8 @@ public:
     void SetLayerVisible(int index, bool visible);
     void SetLayerOpacity(int index, int percent);
     void SetLayerBlendMode(int index, int mode);
+    // Changes no look and tells nobody. A bad index is ignored.
+    void SetLayerSource(int index, const QVariant& source);
     // A mask of another size or format is refused with false; a null image selects nothing.
     bool SetSelectionMask(const QImage& mask);
     // Gives every layer another image, from the lowest up, and the document their size, with a selection of

@@ -278,6 +278,12 @@ void KXDocumentInterface::SetLayerBlendMode(int index, int mode)
         changeLook();
 }
 
+void KXDocumentInterface::SetLayerSource(int index, const QVariant& source)
+{
+    if (isLayer(index))
+        m_layers[index].source = source;
+}
+
 bool KXDocumentInterface::SetSelectionMask(const QImage& mask)
 {
     if (!isMask(mask, GetSize()))

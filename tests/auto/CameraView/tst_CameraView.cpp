@@ -214,6 +214,20 @@ private Q_SLOTS:
         QVERIFY(host.Probe().CountOf(QColor(128, 128, 128), 0) > 500);
     }
 
+    void gridClosesBehindTheLastPixels()
+    {
+        Host host(Filled(QColor(100, 100, 100)));
+        host.view.resize(300, 300);
+        host.view.SetScaleFactor(8);
+        const QRect pixels = host.Probe().BoundsOf(QColor(100, 100, 100), 0);
+        host.view.SetGridType(CameraView::GridStandard);
+
+        const QRect lines = host.Probe().BoundsOf(QColor(128, 128, 128), 0);
+
+        QCOMPARE(pixels.size(), QSize(160, 160));
+        QCOMPARE(lines, pixels.adjusted(0, 0, 1, 1));
+    }
+
     void factorIsCutAndToldOnce()
     {
         Host host;

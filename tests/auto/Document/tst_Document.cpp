@@ -129,6 +129,149 @@ private Q_SLOTS:
 
         QCOMPARE(document.GetUndoStack()->count(), Document::UndoSteps);
     }
+
+    void stepsBeyondTheMegabytesAreDropped()
+    {
+        // Each step holds a third of a megabyte.
+        Document document(Filled(QSize(300, 300), Qt::white), QString(), "Unnamed");
+        document.SetUndoMegabytes(1);
+        SignalLog log(&document);
+
+        for (const QColor color : {Qt::red, Qt::green, Qt::blue, Qt::black, Qt::yellow})
+            Change(document, color);
+
+        QCOMPARE(document.GetUndoStack()->count(), 2);
+        QCOMPARE(document.GetUndoStack()->index(), 2);
+        QCOMPARE(document.GetHistoryBytes(), qint64(2 * 300 * 300 * 4));
+        QCOMPARE(log.Count("StepsDropped"), 3);
+        document.GetUndoStack()->setIndex(0);
+        QCOMPARE(document.GetPixels()->GetComposition().pixelColor(5, 5), QColor(Qt::blue));
+        document.GetUndoStack()->setIndex(2);
+        QCOMPARE(document.GetPixels()->GetComposition().pixelColor(5, 5), QColor(Qt::yellow));
+    }
+
+    void stepsInFilesCountToo()
+    {
+        Document document(Filled(QSize(300, 300), Qt::white), QString(), "Unnamed");
+        for (const QColor color : {Qt::red, Qt::green, Qt::blue})
+            Change(document, color);
+        const_cast<UndoStep*>(static_cast<const UndoStep*>(document.GetUndoStack()->command(0)))
+            ->MoveToDisk();
+        QCOMPARE(document.GetUndoBytes(), qint64(2 * 300 * 300 * 4));
+        QCOMPARE(document.GetHistoryBytes(), qint64(3 * 300 * 300 * 4));
+
+        document.SetUndoMegabytes(1);
+
+        QCOMPARE(document.GetUndoStack()->count(), 2);
+    }
+
+    void aLowerLimitDropsAtOnce()
+    {
+        Document document(Filled(QSize(300, 300), Qt::white), QString(), "Unnamed");
+        QCOMPARE(document.GetUndoMegabytes(), Document::UndoMegabytes);
+        for (const QColor color : {Qt::red, Qt::green, Qt::blue, Qt::black, Qt::yellow})
+            Change(document, color);
+        SignalLog log(&document);
+        SignalLog stack(document.GetUndoStack());
+
+        document.SetUndoMegabytes(1);
+        document.SetUndoMegabytes(1);
+
+        QCOMPARE(log.Entries(), QStringList("StepsDropped(3)"));
+        QCOMPARE(stack.Entries(), QStringList("indexChanged(2)"));
+        QCOMPARE(document.GetUndoStack()->undoText(), QColor(Qt::yellow).name());
+    }
+
+    void theNewestStepThatCanBeUndoneStays()
+    {
+        Document document(Filled(QSize(300, 300), Qt::white), QString(), "Unnamed");
+        for (const QColor color : {Qt::red, Qt::green, Qt::blue, Qt::black, Qt::yellow})
+            Change(document, color);
+        document.GetUndoStack()->setIndex(3);
+
+        document.SetUndoMegabytes(0);
+
+        QCOMPARE(document.GetUndoStack()->index(), 1);
+        QCOMPARE(document.GetUndoStack()->count(), 3);
+        QCOMPARE(document.GetUndoStack()->undoText(), QColor(Qt::blue).name());
+        document.GetUndoStack()->setIndex(0);
+        QCOMPARE(document.GetPixels()->GetComposition().pixelColor(5, 5), QColor(Qt::green));
+        // On the way up the older ones can be dropped.
+        document.GetUndoStack()->setIndex(3);
+        QCOMPARE(document.GetUndoStack()->count(), 1);
+        QCOMPARE(document.GetPixels()->GetComposition().pixelColor(5, 5), QColor(Qt::yellow));
+        document.GetUndoStack()->undo();
+        QCOMPARE(document.GetPixels()->GetComposition().pixelColor(5, 5), QColor(Qt::black));
+    }
+
+    void stepsThatAreUndoneAreNotDropped()
+    {
+        Document document(Filled(QSize(300, 300), Qt::white), QString(), "Unnamed");
+        for (const QColor color : {Qt::red, Qt::green, Qt::blue})
+            Change(document, color);
+        document.GetUndoStack()->setIndex(0);
+
+        document.SetUndoMegabytes(0);
+
+        QCOMPARE(document.GetUndoStack()->count(), 3);
+    }
+
+    void droppingTouchesNoPixel()
+    {
+        Document document(Filled(QSize(300, 300), Qt::white), QString(), "Unnamed");
+        for (const QColor color : {Qt::red, Qt::green, Qt::blue})
+            Change(document, color);
+        SignalLog log(document.GetPixels());
+
+        document.SetUndoMegabytes(0);
+
+        QCOMPARE(log.Entries(), QStringList());
+    }
+
+    void theSavedStateIsFoundAgainAfterDropping_data()
+    {
+        QTest::addColumn<int>("saved");
+        QTest::addColumn<int>("clean");
+        // Three of five steps go.
+        QTest::newRow("the first state") << 0 << -1;
+        QTest::newRow("among those that go") << 2 << -1;
+        QTest::newRow("the new first state") << 3 << 0;
+        QTest::newRow("among those that stay") << 4 << 1;
+        QTest::newRow("the present state") << 5 << 2;
+    }
+    void theSavedStateIsFoundAgainAfterDropping()
+    {
+        QFETCH(int, saved);
+        QFETCH(int, clean);
+        Document document(Filled(QSize(300, 300), Qt::white), QString(), "Unnamed");
+        for (const QColor color : {Qt::red, Qt::green, Qt::blue, Qt::black, Qt::yellow})
+            Change(document, color);
+        document.GetUndoStack()->setIndex(saved);
+        document.MarkSaved("/a/b.png");
+        document.GetUndoStack()->setIndex(5);
+
+        document.SetUndoMegabytes(1);
+
+        QCOMPARE(document.GetUndoStack()->count(), 2);
+        QCOMPARE(document.GetUndoStack()->cleanIndex(), clean);
+        QCOMPARE(document.IsModified(), clean != 2);
+    }
+
+    void anUndoneSavedStateIsFoundAgainAfterDropping()
+    {
+        Document document(Filled(QSize(300, 300), Qt::white), QString(), "Unnamed");
+        for (const QColor color : {Qt::red, Qt::green, Qt::blue, Qt::black, Qt::yellow})
+            Change(document, color);
+        document.MarkSaved("/a/b.png");
+        document.GetUndoStack()->setIndex(4);
+
+        document.SetUndoMegabytes(1);
+
+        QVERIFY(document.IsModified());
+        document.GetUndoStack()->redo();
+        QVERIFY(!document.IsModified());
+        QCOMPARE(document.GetPixels()->GetComposition().pixelColor(5, 5), QColor(Qt::yellow));
+    }
 };
 
 NV_TEST_MAIN(tst_Document)

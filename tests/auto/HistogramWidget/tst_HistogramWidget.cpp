@@ -650,6 +650,35 @@ private Q_SLOTS:
         QCOMPARE(host.Take(), QStringList());
     }
 
+    void everyLevelIsPointedAt()
+    {
+        KXDocumentInterface document(Filled(5, 5, Qt::red));
+        Host host;
+        host.Show();
+        host.Count(&document);
+
+        for (int level = 0; level < 256; ++level)
+        {
+            host.Hover(level);
+            QCOMPARE(host.log.Arguments(host.log.Count() - 1).first().toInt(), level);
+        }
+    }
+
+    void losingTheFocusKeepsTheLevelUnderThePointer()
+    {
+        KXDocumentInterface document(Filled(5, 5, Qt::red));
+        Host host;
+        host.Show();
+        host.Count(&document);
+        host.Hover(17);
+        host.log.Clear();
+        host.widget->setAttribute(Qt::WA_UnderMouse, true);
+
+        host.widget->clearFocus();
+
+        QCOMPARE(host.log.Count("StatsNoInfo"), 0);
+    }
+
     void losingTheFocusForgetsTheLevel()
     {
         KXDocumentInterface document(Filled(4, 4, Qt::white));

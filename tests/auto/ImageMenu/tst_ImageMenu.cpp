@@ -517,6 +517,52 @@ private Q_SLOTS:
         QCOMPARE(steps()->count(), 0);
     }
 
+    void aSideBeyondTheLimitOfDocumentsIsRefused()
+    {
+        open(Plain(QSize(4, 8), Qt::white));
+        QString text;
+        ModalDriver driver({[this](QWidget* dialog)
+                            {
+                                // The other side follows in proportion.
+                                type(dialog, "m_pNewWidth", "10000");
+                                ModalDriver::Press(dialog, QDialogButtonBox::Ok);
+                            },
+                            [&text](QWidget* box)
+                            {
+                                text = TextOf(box);
+                                ModalDriver::Press(box, "OK");
+                            }});
+
+        action("Canvas Size...")->trigger();
+
+        QVERIFY(driver.Finished());
+        QVERIFY2(text.contains("10000 by 20000 pixels") && text.contains("10000 pixels at most"),
+                 qPrintable(text));
+        QCOMPARE(pixels()->GetSize(), QSize(4, 8));
+        QCOMPARE(steps()->count(), 0);
+    }
+
+    void theLargestSideIsGiven()
+    {
+        open(Plain(QSize(4, 8), Qt::white));
+
+        QVERIFY(menu()->ResizeCanvas(QSize(10000, 1), QPoint(0, 0)));
+        QCOMPARE(pixels()->GetSize(), QSize(10000, 1));
+        QVERIFY(menu()->Resize(QSize(1, 10000), 72, 0));
+        QCOMPARE(pixels()->GetSize(), QSize(1, 10000));
+    }
+
+    void aPictureBeyondTheLimitMayBecomeSmaller()
+    {
+        open(Plain(QSize(10002, 2), Qt::white));
+
+        QVERIFY(menu()->ResizeCanvas(QSize(10001, 2), QPoint(0, 0)));
+        QCOMPARE(pixels()->GetSize(), QSize(10001, 2));
+        ModalDriver driver([](QWidget* box) { ModalDriver::Press(box, "OK"); });
+        QVERIFY(!menu()->ResizeCanvas(QSize(10003, 2), QPoint(0, 0)));
+        QVERIFY(driver.Finished());
+    }
+
     void longWorkShowsProgressAndCanBeCancelled_data()
     {
         QTest::addColumn<int>("command");

@@ -86,6 +86,8 @@ private Q_SLOTS:
     void swatchShowsTheColorInAFrame_data();
     void swatchShowsTheColorInAFrame();
     void colorWithAlphaLiesOverAChecker();
+    void checkerBeginsAtTheCornerOfTheSwatch_data();
+    void checkerBeginsAtTheCornerOfTheSwatch();
     void rowWithoutAColorIsCrossedOut_data();
     void rowWithoutAColorIsCrossedOut();
     void numberIsThatOfTheRow();
@@ -143,6 +145,33 @@ void tst_KXColorSampleDelegate::colorWithAlphaLiesOverAChecker()
     QCOMPARE(Painted(QColor(0, 0, 255, 128)).Probe().CountOf(QColor(204, 204, 204), 0), 0);
     QVERIFY(Painted(QColor(0, 0, 255, 128)).Probe().CountOf(QColor(127, 127, 255), 2) > 300);
     QVERIFY(Painted(QColor(0, 0, 255, 128)).Probe().CountOf(QColor(102, 102, 230), 2) > 300);
+}
+
+void tst_KXColorSampleDelegate::checkerBeginsAtTheCornerOfTheSwatch_data()
+{
+    QTest::addColumn<QPoint>("corner");
+    QTest::newRow("first row") << QPoint(0, 0);
+    QTest::newRow("further down") << QPoint(0, 7);
+    QTest::newRow("scrolled") << QPoint(3, 4);
+}
+
+void tst_KXColorSampleDelegate::checkerBeginsAtTheCornerOfTheSwatch()
+{
+    QFETCH(const QPoint, corner);
+    Painted opaque(QColor(Qt::green));
+    Painted clear(QColor(Qt::transparent));
+    opaque.Option.rect.moveTopLeft(corner);
+    clear.Option.rect.moveTopLeft(corner);
+    const QRect swatch = opaque.Probe().BoundsOf(Qt::green, 0);
+
+    const ProbeImage probe = clear.Probe();
+
+    for (int i = 0; i < 15; ++i)
+    {
+        const QColor cell = i / 5 % 2 == 0 ? QColor(204, 204, 204) : QColor(Qt::white);
+        QCOMPARE(probe.At(swatch.left() + i, swatch.top()), cell);
+        QCOMPARE(probe.At(swatch.left(), swatch.top() + i), cell);
+    }
 }
 
 void tst_KXColorSampleDelegate::rowWithoutAColorIsCrossedOut_data()

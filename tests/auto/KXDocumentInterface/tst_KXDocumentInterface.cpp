@@ -167,6 +167,7 @@ private Q_SLOTS:
 
     // Layers
     void insertedLayerBecomesCurrent();
+    void sourceGoesWithItsLayerAndIsNotTold();
     void insertRefuses_data();
     void insertRefuses();
     void insertPutsOddLayersRight();
@@ -696,6 +697,25 @@ void tst_KXDocumentInterface::insertedLayerBecomesCurrent()
     QCOMPARE(log.Entries(),
              QStringList({"LayersChanged()", "CompositionChanged(0,0 2x2)", "LayersChanged()",
                           "CompositionChanged(0,0 2x2)"}));
+}
+
+void tst_KXDocumentInterface::sourceGoesWithItsLayerAndIsNotTold()
+{
+    KXDocumentInterface document(filled(QSize(2, 2), Qt::white));
+    Layer layer = filledLayer(QSize(2, 2), Qt::red);
+    layer.source = QString("made of this");
+    QVERIFY(document.InsertLayer(1, layer));
+    const SignalLog log(&document);
+
+    document.SetLayerSource(0, 7);
+    document.SetLayerSource(-1, 8);
+    document.SetLayerSource(2, 8);
+
+    QCOMPARE(document.GetLayer(1).source.toString(), QString("made of this"));
+    QCOMPARE(document.GetLayer(0).source.toInt(), 7);
+    QCOMPARE(log.Count(), 0);
+    QVERIFY(document.RemoveLayer(0));
+    QCOMPARE(document.GetLayer(0).source.toString(), QString("made of this"));
 }
 
 void tst_KXDocumentInterface::insertRefuses_data()

@@ -118,18 +118,39 @@ void tst_KXResource::picturesOfAllToolsAreThere_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("side");
 
-    for (const char* name : {"tool-bar-brush", "eraser", "tool-bar-stamp", "tool-bar-blurbrush",
-                             "healing-brush_white", "tool-bar-dodge", "red-eyes-icon", "tool-bar-bucket",
-                             "linear_gradient", "circ_gradient", "rect_gradient", "angle_gradient",
-                             "dialog-information", "dialog-warning", "dialog-error", "dialog-question"})
+    for (const char* name : {"tool-bar-brush",
+                             "eraser",
+                             "tool-bar-stamp",
+                             "tool-bar-blurbrush",
+                             "healing-brush_white",
+                             "tool-bar-dodge",
+                             "red-eyes-icon",
+                             "tool-bar-bucket",
+                             "tool-bar-text",
+                             "linear_gradient",
+                             "circ_gradient",
+                             "rect_gradient",
+                             "angle_gradient",
+                             "dialog-information",
+                             "dialog-warning",
+                             "dialog-error",
+                             "dialog-question",
+                             "picker",
+                             "sampler",
+                             "ruler",
+                             "tool-bar-search",
+                             "crop_tool"})
         QTest::newRow(name) << name << 32;
     for (const char* name :
          {"tool-brush",     "tool-hand",        "tool-zoom",      "document-new",   "document-open",
           "document-save",  "document-save-as", "document-close", "edit-undo",      "edit-redo",
           "zoom-in",        "zoom-out",         "zoom-fit",       "zoom-original",  "swap-colors",
           "default-colors", "theme-light",      "theme-dark",     "theme-contrast", "commit_btn1",
-          "cancel_btn1"})
+          "cancel_btn1",    "tool-picker",      "tool-sampler",   "tool-ruler",     "tool-crop",
+          "tool-text",      "switch_arrows",    "top-menu-file"})
         QTest::newRow(name) << name << 24;
+    for (const char* name : {"zoom_in", "zoom_out"})
+        QTest::newRow(name) << name << 16;
     QTest::newRow("app-norvane") << "app-norvane" << 64;
 }
 

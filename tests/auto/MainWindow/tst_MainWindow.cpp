@@ -6,11 +6,15 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialogButtonBox>
 #include <QDir>
+#include <QDockWidget>
+#include <QDoubleSpinBox>
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMdiArea>
 #include <QMenuBar>
 #include <QMimeData>
@@ -28,22 +32,36 @@
 #include "BrushDock.h"
 #include "BrushTool.h"
 #include "BusyThreads.h"
+#include "CameraView.h"
+#include "ColorRangeDock.h"
+#include "ColorSamplerTool.h"
+#include "ColorSamples.h"
 #include "Document.h"
 #include "DocumentFile.h"
 #include "DocumentWindow.h"
 #include "EraserTool.h"
 #include "FillTool.h"
 #include "HandTool.h"
+#include "HistoryDock.h"
 #include "KXBrushSettings.h"
 #include "KXDocumentInterface.h"
 #include "ModalDriver.h"
 #include "NVApplication.h"
 #include "NVBrushToolbar.h"
+#include "NVColorSamplePanel.h"
+#include "NVColorSamplerToolbar.h"
 #include "NVDocumentView.h"
 #include "NVEraserToolbar.h"
+#include "NVHistoryItem.h"
+#include "NVHistoryPanel.h"
+#include "NVSelectColorRange.h"
+#include "NVZoomPanel.h"
+#include "NavigatorDock.h"
 #include "OptionArea.h"
 #include "RecentFiles.h"
 #include "SamplePicture.h"
+#include "SelectionMask.h"
+#include "SelectionOutline.h"
 #include "SignalLog.h"
 #include "SpotHealingTool.h"
 #include "TestMain.h"
@@ -488,6 +506,55 @@ private Q_SLOTS:
         QCOMPARE(m_window->GetDocument()->GetPixels()->GetComposition(), Picture(Qt::red));
     }
 
+    void clearingKeepsToTheSelection_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("modifiers");
+        QTest::newRow("Delete") << int(Qt::Key_Delete) << int(Qt::NoModifier);
+        QTest::newRow("Ctrl+Delete") << int(Qt::Key_Delete) << int(Qt::ControlModifier);
+    }
+    void clearingKeepsToTheSelection()
+    {
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
+        m_window->OpenImage(Picture(Qt::red), "One");
+        KXDocumentInterface* pixels = m_window->GetDocument()->GetPixels();
+        QVERIFY(pixels->SetSelectionMask(RectangleMask(pixels->GetSize(), QRectF(10, 10, 20, 20))));
+
+        QTest::keyClick(m_window->GetView(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+
+        QCOMPARE(pixels->GetComposition().pixelColor(15, 15).alpha(), 0);
+        QCOMPARE(pixels->GetComposition().pixelColor(5, 5), QColor(Qt::red));
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->undoText(), QString("Clear Selection"));
+        action("Undo Clear Selection")->trigger();
+        QCOMPARE(pixels->GetComposition(), Picture(Qt::red));
+    }
+
+    void withoutASelectionDeleteClearsNothing()
+    {
+        m_window->OpenImage(Picture(Qt::red), "One");
+        QTest::keyClick(m_window->GetView(), Qt::Key_Delete);
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->count(), 0);
+    }
+
+    void theKeysOfTheSelectionActOnTheDocumentInFront()
+    {
+        m_window->OpenImage(Picture(), "One");
+        const Document* first = m_window->GetDocument();
+        m_window->OpenImage(Picture(), "Two");
+        const KXDocumentInterface* pixels = m_window->GetDocument()->GetPixels();
+
+        QTest::keyClick(m_window->GetView(), Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(pixels->GetSelectionMask(), FullMask(pixels->GetSize()));
+        QVERIFY(SelectionOutline::Of(m_window->GetView())->IsShown());
+        QVERIFY(first->GetPixels()->GetSelectionMask().isNull());
+        QTest::keyClick(m_window->GetView(), Qt::Key_D, Qt::ControlModifier);
+        QVERIFY(pixels->GetSelectionMask().isNull());
+        QTest::keyClick(m_window->GetView(), Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(pixels->GetSelectionMask(), FullMask(pixels->GetSize()));
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->count(), 3);
+    }
+
     void newAsksForTheSize()
     {
         ModalDriver driver(
@@ -617,7 +684,9 @@ private Q_SLOTS:
         m_window->OpenImage(Picture(), "One");
         for (Tool* tool : m_window->GetTools())
         {
-            QTest::keyClick(m_window->GetView(), Qt::Key(tool->GetKey()[0]));
+            const int key = tool->GetKey()[0];
+            QTest::keyClick(m_window->GetView(), Qt::Key(key & ~int(Qt::KeyboardModifierMask)),
+                            Qt::KeyboardModifiers(key & int(Qt::KeyboardModifierMask)));
             QCOMPARE(m_window->GetTool(), tool);
             QVERIFY(tool->IsActive());
             QCOMPARE(tool->GetDocument(), m_window->GetDocument());
@@ -745,6 +814,402 @@ private Q_SLOTS:
 
         QVERIFY(m_window->findChild<BrushDock*>()->isVisible());
         QVERIFY(action("Brush Panel")->isChecked());
+    }
+
+    void thePanelsAreClosedAtFirstAndRemembered()
+    {
+        for (const char* text : {"Navigator Panel", "History Panel"})
+        {
+            QVERIFY2(!action(text)->isChecked(), text);
+            action(text)->trigger();
+        }
+        QVERIFY(m_window->findChild<NavigatorDock*>()->isVisible());
+        QVERIFY(m_window->findChild<HistoryDock*>()->isVisible());
+        QVERIFY(m_window->close());
+        make();
+
+        QVERIFY(m_window->findChild<NavigatorDock*>()->isVisible());
+        QVERIFY(m_window->findChild<HistoryDock*>()->isVisible());
+    }
+
+    void aPanelThatIsAskedForComesToTheFront()
+    {
+        action("Navigator Panel")->trigger();
+        QCoreApplication::processEvents();
+        action("Brush Panel")->trigger();
+        QCoreApplication::processEvents();
+        QVERIFY(m_window->findChild<NavigatorDock*>()->visibleRegion().isEmpty());
+
+        action("Navigator Panel")->trigger();
+        action("Navigator Panel")->trigger();
+        QCoreApplication::processEvents();
+
+        QTRY_VERIFY(!m_window->findChild<NavigatorDock*>()->visibleRegion().isEmpty());
+    }
+
+    void aPanelThatIsOpenedAgainComesToTheFront()
+    {
+        m_window->OpenImage(Picture(), "One");
+        action("Brush Panel")->trigger();
+        action("Navigator Panel")->trigger();
+        QCoreApplication::processEvents();
+        auto* dock = m_window->findChild<NavigatorDock*>();
+        QTRY_VERIFY(!dock->visibleRegion().isEmpty());
+        clickTab("Brush");
+        QTRY_VERIFY(dock->visibleRegion().isEmpty());
+
+        action("Navigator Panel")->trigger();
+        action("Navigator Panel")->trigger();
+
+        QTRY_VERIFY(!dock->visibleRegion().isEmpty());
+    }
+
+    void aColourRangeThatIsAskedForAgainComesToTheFront()
+    {
+        m_window->OpenImage(Picture(), "One");
+        action("Brush Panel")->trigger();
+        action("Colour Range...")->trigger();
+        QCoreApplication::processEvents();
+        auto* dock = m_window->findChild<ColorRangeDock*>();
+        QTRY_VERIFY(!dock->visibleRegion().isEmpty());
+        clickTab("Brush");
+        QTRY_VERIFY(dock->visibleRegion().isEmpty());
+
+        action("Colour Range...")->trigger();
+
+        QTRY_VERIFY(!dock->visibleRegion().isEmpty());
+        QVERIFY(dock->IsOpen());
+    }
+
+    void theThemeReachesTheHistory()
+    {
+        openPanels();
+        m_window->OpenImage(Picture(), "One");
+        stroke();
+        action("Undo")->trigger();
+        const auto* row = m_window->findChild<NVHistoryPanel*>()->findChildren<NVHistoryItem*>().constLast();
+        const QString before = row->styleSheet();
+
+        NVApplication::GetInstance()->SetTheme(1);
+
+        QVERIFY(!before.isEmpty());
+        QVERIFY(row->styleSheet() != before);
+    }
+
+    void thePanelsFollowTheWindowInFront()
+    {
+        openPanels();
+        m_window->OpenImage(Picture(Qt::red), "One");
+        stroke();
+        m_window->OpenImage(Picture(Qt::blue), "Two");
+        QCOMPARE(m_window->findChild<NVHistoryPanel*>()->Count(), 1);
+        const auto* zoom = m_window->findChild<QDoubleSpinBox*>("m_pZoomSpn");
+        m_window->GetView()->Scale(3 / m_window->GetView()->GetScale(), QPointF());
+        QCOMPARE(zoom->value(), 300.0);
+
+        m_window->findChild<QMdiArea*>()->activatePreviousSubWindow();
+
+        QCOMPARE(m_window->GetDocument()->GetTitle(), QString("One"));
+        QCOMPARE(m_window->findChild<NVHistoryPanel*>()->Count(), 2);
+        QCOMPARE(zoom->value(), m_window->GetView()->GetScale() * 100);
+    }
+
+    void samplesAndLoupeAreClosedAtFirstAndRemembered()
+    {
+        for (const char* text : {"Colour Samples Panel", "Loupe Panel"})
+        {
+            QVERIFY2(!action(text)->isChecked(), text);
+            action(text)->trigger();
+        }
+        m_window->findChild<NVZoomPanel*>()->SetZoomValue(21);
+        QVERIFY(m_window->close());
+        make();
+
+        QVERIFY(action("Colour Samples Panel")->isChecked());
+        QVERIFY(action("Loupe Panel")->isChecked());
+        QCOMPARE(m_window->findChild<NVZoomPanel*>()->GetZoomValue(), 21);
+    }
+
+    void samplesArePlacedListedAndKeptByTheirDocument()
+    {
+        action("Colour Samples Panel")->trigger();
+        m_window->OpenImage(Picture(Qt::red), "One");
+        m_window->ChooseTool(m_window->FindTool<ColorSamplerTool>());
+        const QPoint place = m_window->GetView()->MapFromDocument(QPointF(50, 50)).toPoint();
+        QTest::mouseClick(m_window->GetView()->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+        const QAbstractItemModel* rows =
+            m_window->findChild<NVColorSamplePanel*>()->findChild<QListView*>()->model();
+        QCOMPARE(rows->rowCount(), 1);
+        QCOMPARE(rows->index(0, 0).data(Qt::DecorationRole).value<QColor>(), QColor(Qt::red));
+
+        m_window->ChooseTool(m_window->GetBrushTool());
+        QCOMPARE(rows->rowCount(), 1);
+        m_window->OpenImage(Picture(Qt::blue), "Two");
+        QCOMPARE(rows->rowCount(), 0);
+        m_window->findChild<QMdiArea*>()->activatePreviousSubWindow();
+        QCOMPARE(rows->rowCount(), 1);
+        action("Clear Layer")->trigger();
+
+        QTRY_COMPARE(rows->index(0, 0).data(Qt::DecorationRole).value<QColor>().alpha(), 0);
+        m_window->GetDocument()->GetUndoStack()->setClean();
+        action("Close")->trigger();
+        QCOMPARE(rows->rowCount(), 0);
+    }
+
+    void theSamplersSizeIsThatOfThePanel()
+    {
+        m_settings->setValue("sampler/size", 1);
+        make();
+        QImage dotted = Picture();
+        dotted.setPixelColor(50, 50, Qt::black);
+        m_window->OpenImage(dotted, "Dotted");
+        const QAbstractItemModel* rows =
+            m_window->findChild<NVColorSamplePanel*>()->findChild<QListView*>()->model();
+        ColorSamples::Of(m_window->GetDocument())->Add(QPoint(50, 50));
+        QCOMPARE(rows->index(0, 0).data(Qt::DecorationRole).value<QColor>(), QColor(227, 227, 227));
+
+        m_window->FindTool<ColorSamplerTool>()->GetSamplerBar()->SetSize(0);
+
+        QCOMPARE(rows->index(0, 0).data(Qt::DecorationRole).value<QColor>(), QColor(Qt::black));
+    }
+
+    void theLoupeFollowsThePointer()
+    {
+        action("Loupe Panel")->trigger();
+        m_window->OpenImage(Picture(Qt::red), "One");
+        const QPointF place = m_window->GetView()->MapFromDocument(QPointF(30.5, 40.5));
+
+        QTest::mouseMove(m_window->GetView()->viewport(), place.toPoint());
+
+        const auto* loupe = m_window->findChild<NVZoomPanel*>()->findChild<CameraView*>();
+        QTRY_COMPARE(loupe->GetLookPoint(), QPoint(30, 40));
+    }
+
+    void aClickInTheHistoryGoesToTheStep()
+    {
+        openPanels();
+        m_window->OpenImage(Picture(), "One");
+        stroke();
+        auto* panel = m_window->findChild<NVHistoryPanel*>();
+        QCOMPARE(panel->GetSelectedIndex(), 1);
+        QCoreApplication::processEvents();
+
+        const QPoint row = panel->mapTo(m_window.get(), QPoint(60, 12));
+        QTest::mouseClick(m_window->windowHandle(), Qt::LeftButton, Qt::NoModifier, row);
+
+        QCOMPARE(panel->GetSelectedIndex(), 0);
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetComposition(), Picture());
+        QVERIFY(!action("Undo")->isEnabled());
+        action("Redo")->trigger();
+        QCOMPARE(panel->GetSelectedIndex(), 1);
+    }
+
+    void aClickInTheHistoryEndsWhatIsUnderWay()
+    {
+        openPanels();
+        m_window->OpenImage(Picture(), "One");
+        stroke();
+        QCoreApplication::processEvents();
+        NVDocumentView* view = m_window->GetView();
+        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          view->MapFromDocument(QPointF(20, 20)).toPoint());
+        QVERIFY(m_window->GetBrushTool()->IsStrokeRunning());
+
+        // The pointer is held by the canvas: the click comes from elsewhere, as from a second device.
+        auto* panel = m_window->findChild<NVHistoryPanel*>();
+        Q_EMIT panel->IndexActivated(1);
+
+        QVERIFY(!m_window->GetBrushTool()->IsStrokeRunning());
+        QCOMPARE(panel->Count(), 3);
+        QCOMPARE(panel->GetSelectedIndex(), 1);
+        QTest::mouseRelease(view->viewport(), Qt::LeftButton);
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->index(), 1);
+    }
+
+    void droppedStepsAreTold()
+    {
+        m_settings->setValue("history/megabytes", 16);
+        make();
+        QImage large(2000, 1000, QImage::Format_ARGB32_Premultiplied);
+        large.fill(Qt::white);
+        m_window->OpenImage(large, "Large");
+
+        for (int i = 0; i < 3; ++i)
+            action("Clear Layer")->trigger();
+
+        QVERIFY(m_window->statusBar()->currentMessage().contains("1 earlier step dropped"));
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->count(), 2);
+    }
+
+    void aDocumentMayCloseWhilePanelsFollowIt_data()
+    {
+        QTest::addColumn<QString>("state");
+        QTest::addColumn<bool>("isLast");
+        for (const char* state : {"counting", "counted", "theme", "undone", "colour range", "hidden"})
+        {
+            QTest::addRow("%s, the last one", state) << state << true;
+            QTest::addRow("%s, one of two", state) << state << false;
+        }
+    }
+    void aDocumentMayCloseWhilePanelsFollowIt()
+    {
+        QFETCH(QString, state);
+        QFETCH(bool, isLast);
+        openPanels();
+        if (!isLast)
+            m_window->OpenImage(Picture(Qt::green), "Other");
+        m_window->OpenImage(Picture().scaled(1200, 900), "One");
+        stroke();
+        QCoreApplication::processEvents();
+        std::unique_ptr<BusyThreads> threads;
+        if (state == "counting")
+        {
+            threads = std::make_unique<BusyThreads>();
+            m_window->GetDocument()->GetPixels()->NotifyChanged(QRect(0, 0, 99, 99));
+            QCoreApplication::processEvents();
+        }
+        else if (state == "theme")
+            NVApplication::GetInstance()->SetTheme(2);
+        else if (state == "undone")
+            action("Undo")->trigger();
+        else if (state == "colour range")
+            action("Colour Range...")->trigger();
+        else if (state == "hidden")
+            action("Navigator Panel")->trigger();
+        m_window->GetDocument()->GetUndoStack()->setClean();
+
+        action("Close")->trigger();
+        if (state == "theme")
+            NVApplication::GetInstance()->SetTheme(1);
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        threads.reset();
+        QCoreApplication::processEvents();
+
+        QCOMPARE(m_window->GetDocumentWindows().size(), isLast ? 0 : 1);
+        QCOMPARE(m_window->findChild<NVHistoryPanel*>()->Count(), isLast ? 0 : 1);
+        QVERIFY(isLast || state != "colour range" || !m_window->findChild<ColorRangeDock*>()->isVisible());
+        m_window->findChild<QDoubleSpinBox*>("m_pZoomSpn")->setValue(123);
+        if (!isLast)
+            stroke();
+    }
+
+    void theWindowMayGoWhilePanelsFollow()
+    {
+        openPanels();
+        m_window->OpenImage(Picture(), "One");
+        m_window->OpenImage(Picture(), "Two");
+        action("Colour Range...")->trigger();
+        BusyThreads threads;
+        m_window->GetDocument()->GetPixels()->NotifyChanged(QRect(0, 0, 99, 99));
+        QCoreApplication::processEvents();
+
+        m_window.reset();
+
+        threads.Open();
+    }
+
+    void theColourRangeTakesTheCanvasFromTheTool()
+    {
+        m_window->OpenImage(Picture(Qt::red), "One");
+        auto* dock = m_window->findChild<ColorRangeDock*>();
+        action("Colour Range...")->trigger();
+        QVERIFY(dock->isVisible());
+        click(QPointF(50, 50));
+        QCOMPARE(dock->findChild<NVSelectColorRange*>()->GetSourceColors(), QList<QColor>({Qt::red}));
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->count(), 0);
+
+        QTest::keyClick(m_window->GetView(), Qt::Key_Escape);
+        QVERIFY(!dock->isVisible());
+        click(QPointF(50, 50));
+
+        QTRY_COMPARE(m_window->GetDocument()->GetUndoStack()->count(), 1);
+    }
+
+    void anotherToolEndsTheColourRange()
+    {
+        m_window->OpenImage(Picture(Qt::red), "One");
+        action("Colour Range...")->trigger();
+
+        m_window->ChooseTool(m_window->FindTool<EraserTool>());
+
+        QVERIFY(!m_window->findChild<ColorRangeDock*>()->IsOpen());
+        click(QPointF(50, 50));
+        QTRY_COMPARE(m_window->GetDocument()->GetUndoStack()->count(), 1);
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->undoText(), QString("Erase"));
+    }
+
+    void theColourRangeFollowsTheWindowInFront()
+    {
+        m_window->OpenImage(Picture(Qt::red), "One");
+        action("Colour Range...")->trigger();
+        m_window->OpenImage(Picture(Qt::blue), "Two");
+        auto* dock = m_window->findChild<ColorRangeDock*>();
+        QVERIFY(dock->IsOpen());
+        click(QPointF(50, 50));
+        QCOMPARE(dock->findChild<NVSelectColorRange*>()->GetSourceColors(), QList<QColor>({Qt::blue}));
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->count(), 0);
+
+        action("Close")->trigger();
+        QCoreApplication::processEvents();
+
+        QCOMPARE(m_window->GetDocument()->GetTitle(), QString("One"));
+        QVERIFY(!dock->IsOpen());
+        click(QPointF(50, 50));
+        QTRY_COMPARE(m_window->GetDocument()->GetUndoStack()->count(), 1);
+    }
+
+    void aPanelThatClosesGivesTheFocusToTheCanvasInFront_data()
+    {
+        QTest::addColumn<QString>("panel");
+        QTest::newRow("history") << "History Panel";
+        QTest::newRow("navigator") << "Navigator Panel";
+        QTest::newRow("colour range") << "Colour Range...";
+    }
+    void aPanelThatClosesGivesTheFocusToTheCanvasInFront()
+    {
+        QFETCH(QString, panel);
+        for (const char* name : {"One", "Two", "Three"})
+            m_window->OpenImage(Picture(), name);
+        action(panel)->trigger();
+        QWidget* dock = nullptr;
+        for (QDockWidget* each : m_window->findChildren<QDockWidget*>())
+            dock = each->isVisible() ? each : dock;
+        dock->findChild<QAbstractSpinBox*>()->setFocus();
+        QVERIFY(dock->isAncestorOf(m_window->focusWidget()));
+
+        dock->close();
+        QCoreApplication::processEvents();
+
+        QCOMPARE(m_window->GetDocument()->GetTitle(), QString("Three"));
+        QVERIFY(m_window->GetView()->hasFocus());
+    }
+
+    void theColourRangeIsThatOfTheDocumentInFront()
+    {
+        m_window->OpenImage(Picture(Qt::red), "One");
+        m_window->OpenImage(Picture(Qt::blue), "Two");
+        const Document* document = m_window->GetDocument();
+        action("Colour Range...")->trigger();
+        click(QPointF(50, 50));
+
+        QTest::mouseClick(m_window->findChild<NVSelectColorRange*>()->findChild<QDialogButtonBox*>()->button(
+                              QDialogButtonBox::Ok),
+                          Qt::LeftButton);
+        QCoreApplication::processEvents();
+
+        QCOMPARE(m_window->GetDocument(), document);
+        QCOMPARE(document->GetUndoStack()->undoText(), QString("Colour Range"));
+    }
+
+    void theColourRangeIsNotOpenAtTheNextStart()
+    {
+        m_window->OpenImage(Picture(Qt::red), "One");
+        action("Colour Range...")->trigger();
+        QVERIFY(m_window->close());
+        make();
+
+        QVERIFY(!m_window->findChild<ColorRangeDock*>()->isVisible());
     }
 
     void theBrushPanelLeavesRoomForTheCanvas()
@@ -877,12 +1342,12 @@ private Q_SLOTS:
 
     void theWindowComesBackWhereItWas()
     {
-        m_window->resize(640, 480);
+        m_window->resize(640, 600);
         QVERIFY(m_window->close());
 
         make();
 
-        QCOMPARE(m_window->size(), QSize(640, 480));
+        QCOMPARE(m_window->size(), QSize(640, 600));
     }
 
     void noTwoActionsShareAKey()
@@ -961,6 +1426,33 @@ private:
         }
         qFatal("no action %s", qPrintable(text));
         return nullptr;
+    }
+
+    // Of panels that share a place.
+    void clickTab(const QString& text)
+    {
+        for (QTabBar* bar : m_window->findChildren<QTabBar*>())
+        {
+            for (int tab = 0; tab < bar->count(); ++tab)
+            {
+                if (bar->tabText(tab) == text)
+                    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->tabRect(tab).center());
+            }
+        }
+    }
+
+    void openPanels()
+    {
+        action("History Panel")->trigger();
+        action("Navigator Panel")->trigger();
+        QCoreApplication::processEvents();
+    }
+
+    void click(const QPointF& point)
+    {
+        NVDocumentView* view = m_window->GetView();
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          view->MapFromDocument(point).toPoint());
     }
 
     QStringList labelTexts() const

@@ -2,10 +2,28 @@
 
 #include "MemoryRoom.h"
 
+#include <QFile>
 #include <QLocale>
 #include <QTest>
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include "TestMain.h"
+
+namespace
+{
+
+// Bytes of addresses that this process has taken.
+rlim_t AddressSpace()
+{
+    QFile file("/proc/self/statm");
+    if (!file.open(QIODevice::ReadOnly))
+        return RLIM_INFINITY;
+    return file.readAll().split(' ').first().toULongLong() * rlim_t(sysconf(_SC_PAGESIZE));
+}
+
+} // namespace
 
 class tst_MemoryRoom : public QObject
 {
@@ -42,6 +60,40 @@ private Q_SLOTS:
                  QString("A picture of 2000000000 by 1000000 pixels needs 23.09 PiB of memory, which is more "
                          "than there is."));
         QVERIFY(!WhyNotInMemory(QSize(1000, 1000), 100000000).isEmpty());
+    }
+
+    void whatIsMoreThanIsFreeIsRefused()
+    {
+        const qint64 room = FreeMemory();
+        if (room < 0)
+            QSKIP("This system does not tell.");
+        // Of 1000 * 1000 pixels, 4 bytes a layer: other programs may take and give a tenth meanwhile.
+        const int layers = int(room / 4000000);
+
+        QVERIFY(!WhyNotInMemory(QSize(1000, 1000), layers + layers / 10 + 2).isEmpty());
+        QVERIFY(WhyNotInMemory(QSize(1000, 1000), layers / 2).isEmpty());
+    }
+
+    void aLimitOfTheProcessCounts()
+    {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+        QSKIP("The sanitizer ends the program when it is given no memory.");
+#endif
+        // 7000 * 7000 * 13 bytes
+        const QSize large(7000, 7000);
+        if (!WhyNotInMemory(large, 1).isEmpty())
+            QSKIP("This machine is short of memory itself.");
+        rlimit before = {};
+        QCOMPARE(getrlimit(RLIMIT_AS, &before), 0);
+        const rlimit tight = {AddressSpace() + 400 * 1000 * 1000, before.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_AS, &tight), 0);
+
+        const QString reason = WhyNotInMemory(large, 1);
+        const QString none = WhyNotInMemory(QSize(1000, 1000), 1);
+
+        QCOMPARE(setrlimit(RLIMIT_AS, &before), 0);
+        QVERIFY2(reason.contains("607.49 MiB"), qPrintable(reason));
+        QCOMPARE(none, QString());
     }
 };
 

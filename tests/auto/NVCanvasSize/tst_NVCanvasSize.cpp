@@ -602,7 +602,11 @@ void tst_NVCanvasSize::interfaceIsAsHostsKnowIt()
     QCOMPARE(meta.superClass(), &KXDialog::staticMetaObject);
     QStringList methods;
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+    {
+        QCOMPARE(meta.method(i).methodType(), QMetaMethod::Slot);
+        QCOMPARE(meta.method(i).access(), QMetaMethod::Private);
         methods << meta.method(i).methodSignature();
+    }
     QCOMPARE(methods,
              QStringList({"OnWidthUnitsChanged(int)", "OnHeightUnitsChanged(int)", "OnHeightChanged(double)",
                           "OnWidthChanged(double)", "OnDPIChanged(int)", "OnConstrainProportions(bool)"}));

@@ -113,6 +113,7 @@ private Q_SLOTS:
     }
     void pictureIsThatOfTheScreensDensity();
 
+    void signalsAreThese();
     void startsAtAPointOfAllLayers();
     void labelsOfNoWidthShowNothing();
     void settingAListTellsOnce_data();
@@ -162,6 +163,13 @@ void tst_NVColorPickerToolbar::pictureIsThatOfTheScreensDensity()
     const QPixmap picture = bar.findChild<QLabel*>("m_pPicture")->pixmap(Qt::ReturnByValue);
     QCOMPARE(picture.toImage(), QPixmap("theme:picker@2x.png").toImage());
     QCOMPARE(picture.devicePixelRatioF(), 2.0);
+}
+
+void tst_NVColorPickerToolbar::signalsAreThese()
+{
+    NVColorPickerToolbar bar(nullptr);
+
+    QCOMPARE(SignalLog(&bar).Watched(), QStringList({"SizeChanged", "ModeChanged"}));
 }
 
 void tst_NVColorPickerToolbar::startsAtAPointOfAllLayers()

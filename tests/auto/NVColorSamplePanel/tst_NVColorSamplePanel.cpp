@@ -89,6 +89,7 @@ private Q_SLOTS:
     void titleIsTranslatedUnderTheFormsName();
     void macFocusRectIsOff();
 
+    void signalsAreThese();
     void delegateBelongsToNobody();
     void delegateIsAsWideAsTheViewportButTwo_data();
     void delegateIsAsWideAsTheViewportButTwo();
@@ -150,6 +151,13 @@ void tst_NVColorSamplePanel::macFocusRectIsOff()
     QVERIFY(!host.List()->testAttribute(Qt::WA_MacShowFocusRect));
 }
 
+void tst_NVColorSamplePanel::signalsAreThese()
+{
+    const Host host;
+
+    QCOMPARE(host.log.Watched(), QStringList({"MousePressed", "MouseReleased"}));
+}
+
 void tst_NVColorSamplePanel::delegateBelongsToNobody()
 {
     auto panel = std::make_unique<NVColorSamplePanel>(nullptr);
@@ -198,12 +206,14 @@ void tst_NVColorSamplePanel::foreignDelegateIsLeftAlone()
     Host host;
     host.Show();
     const int width = host.delegate->GetWidth();
+    const SignalLog log(&foreign);
 
     host.List()->setItemDelegate(&foreign);
     host.panel->resize(400, 300);
 
     QVERIFY(host.Viewport()->width() != width + 2);
     QCOMPARE(host.delegate->GetWidth(), width);
+    QCOMPARE(log.Entries(), QStringList());
 }
 
 void tst_NVColorSamplePanel::pressAndReleaseAreToldOnce()
@@ -407,13 +417,19 @@ void tst_NVColorSamplePanel::rowIsScrolledIntoSight()
 {
     Host host(50);
     host.Show();
-    QVERIFY(!host.Viewport()->rect().contains(host.RowCentre(40)));
+    const auto isWholeInSight = [&host](int row)
+    { return host.Viewport()->rect().contains(host.List()->visualRect(host.model.index(row, 0))); };
+    QVERIFY(!isWholeInSight(40));
 
     host.panel->ScrollTo(40);
-    QVERIFY(host.Viewport()->rect().contains(host.RowCentre(40)));
+    QVERIFY(isWholeInSight(40));
+    // No further than it takes.
+    QVERIFY(isWholeInSight(39));
+    QVERIFY(!isWholeInSight(41));
     const QPoint place = host.RowCentre(40);
-    // It is in sight, so the list does not move.
+    // Both are in sight, so the list does not move.
     host.panel->ScrollTo(40);
+    host.panel->ScrollTo(39);
 
     QCOMPARE(host.RowCentre(40), place);
     QCOMPARE(host.Selected(), QList<int>());

@@ -46,6 +46,7 @@ private Q_SLOTS:
     void controlHasItsFacts() { Form().CheckControl(); }
     void textsAreTranslatedUnderTheFormsName() { Form().CheckTranslation(); }
 
+    void signalsAreThese();
     void settingTheSizeTellsOnce_data();
     void settingTheSizeTellsOnce();
     void choosingASizeTellsOnce();
@@ -53,6 +54,13 @@ private Q_SLOTS:
     void enablingClearTwiceIsTheSame();
     void diesInItsOwnSignal();
 };
+
+void tst_NVColorSamplerToolbar::signalsAreThese()
+{
+    NVColorSamplerToolbar bar(nullptr);
+
+    QCOMPARE(SignalLog(&bar).Watched(), QStringList({"SizeChanged", "Clear"}));
+}
 
 void tst_NVColorSamplerToolbar::settingTheSizeTellsOnce_data()
 {

@@ -199,6 +199,7 @@ private Q_SLOTS:
     void colorSetUnderTheDialogIsTakenBackByCancel();
     void disabledColorButtonOpensNothing();
     void diesUnderTheColorDialog();
+    void diesWhenTheColorIsPutBack();
     void diesWithAnUnfinishedNumber();
 };
 
@@ -263,11 +264,11 @@ void tst_NVCropToolbarMain::signalsAreInTheirOrder()
             names << QString::fromLatin1(meta.method(i).methodSignature());
     }
 
-    QCOMPARE(names, QStringList({"AngleChanged(double)", "WidthChanged(int)", "HeightChanged(int)",
-                                 "ShieldEnabled(bool)", "ShieldColorChanged(QColor)",
-                                 "ShieldOpacityChanged(int)", "DeleteAreaChanged(bool)",
-                                 "GuideOverlayChanged(int)", "Commit()", "Cancel()", "NewDocument()",
-                                 "AnchorChanged(int)"}));
+    QCOMPARE(names,
+             QStringList({"AngleChanged(double)", "WidthChanged(int)", "HeightChanged(int)",
+                          "ShieldEnabled(bool)", "ShieldColorChanged(QColor)", "ShieldOpacityChanged(int)",
+                          "DeleteAreaChanged(bool)", "GuideOverlayChanged(int)", "Commit()", "Cancel()",
+                          "NewDocument()", "AnchorChanged(int)"}));
 }
 
 void tst_NVCropToolbarMain::setterClampsAndTellsOnce_data()
@@ -335,9 +336,9 @@ void tst_NVCropToolbarMain::typingTellsEachValue()
     host.Type("m_pHeight", "4");
     host.Type("m_pOpacity", "7");
 
-    QCOMPARE(log.Entries(), QStringList({"AngleChanged(1)", "AngleChanged(12)", "AngleChanged(12.5)",
-                                         "WidthChanged(3)", "WidthChanged(30)", "HeightChanged(4)",
-                                         "ShieldOpacityChanged(7)"}));
+    QCOMPARE(log.Entries(),
+             QStringList({"AngleChanged(1)", "AngleChanged(12)", "AngleChanged(12.5)", "WidthChanged(3)",
+                          "WidthChanged(30)", "HeightChanged(4)", "ShieldOpacityChanged(7)"}));
 }
 
 void tst_NVCropToolbarMain::shieldRulesItsColorAndOpacity()
@@ -391,8 +392,9 @@ void tst_NVCropToolbarMain::areaTellsBothChanges()
     host.bar.SetDeleteArea(true);
 
     QVERIFY(!host.Find<QRadioButton>("m_pHideArea")->isChecked());
-    QCOMPARE(log.Entries(), QStringList({"DeleteAreaChanged(false)", "DeleteAreaChanged(true)",
-                                         "DeleteAreaChanged(false)", "DeleteAreaChanged(true)"}));
+    QCOMPARE(log.Entries(),
+             QStringList({"DeleteAreaChanged(false)", "DeleteAreaChanged(true)", "DeleteAreaChanged(false)",
+                          "DeleteAreaChanged(true)"}));
 }
 
 void tst_NVCropToolbarMain::guideOverlayTellsItsIndex()
@@ -452,9 +454,12 @@ void tst_NVCropToolbarMain::buttonTellsItsOperation_data()
     QTest::addColumn<QString>("button");
     QTest::addColumn<QString>("told");
 
-    QTest::newRow("commit") << "m_pCommit" << "Commit()";
-    QTest::newRow("cancel") << "m_pCancel" << "Cancel()";
-    QTest::newRow("new document") << "m_pToNewDocument" << "NewDocument()";
+    QTest::newRow("commit") << "m_pCommit"
+                            << "Commit()";
+    QTest::newRow("cancel") << "m_pCancel"
+                            << "Cancel()";
+    QTest::newRow("new document") << "m_pToNewDocument"
+                                  << "NewDocument()";
 }
 
 void tst_NVCropToolbarMain::buttonTellsItsOperation()
@@ -644,6 +649,7 @@ void tst_NVCropToolbarMain::disabledColorButtonOpensNothing()
     Host host;
     SignalLog log(&host.bar);
     host.bar.SetShieldEnabled(false);
+    QVERIFY(!host.Find<QPushButton>("m_pShieldColor")->isEnabled());
 
     host.Press("m_pShieldColor");
 
@@ -659,6 +665,27 @@ void tst_NVCropToolbarMain::diesUnderTheColorDialog()
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
     ModalDriver driver([&](QWidget*) { delete bar; });
+
+    QMetaObject::invokeMethod(bar, "OnShieldColor");
+
+    QVERIFY(driver.Finished());
+    QVERIFY(!bar);
+}
+
+void tst_NVCropToolbarMain::diesWhenTheColorIsPutBack()
+{
+    QWidget window;
+    QPointer<NVCropToolbarMain> bar = new NVCropToolbarMain(&window);
+    window.resize(1200, 60);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const auto end = [&bar](const QColor& color)
+    {
+        if (color == Qt::black)
+            delete bar;
+    };
+    connect(bar, &NVCropToolbarMain::ShieldColorChanged, &window, end);
+    ModalDriver driver(Pick({Qt::red}, "Cancel"));
 
     QMetaObject::invokeMethod(bar, "OnShieldColor");
 

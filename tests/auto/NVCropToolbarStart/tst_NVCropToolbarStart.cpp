@@ -35,17 +35,15 @@ BarForm Form()
     BarControl swap = Button("m_pSwap", "", "Swap width and height");
     swap.FixedSize(24, 24).With("accessibleName", "Swap width and height");
     BarControl height = BarControl::NumberBox("m_pHeight", 0, 10000, 0, " px");
-    return BarForm([] { return new NVCropToolbarStart(nullptr); }, "CropToolBarStart", "Form",
-                   "theme:crop_tool.png",
-                   {BarControl::Separator("frame_4"), BarControl::Caption("label", "Width:", "m_pWidth"),
-                    BarControl::NumberBox("m_pWidth", 0, 10000, 0, " px"), swap,
-                    BarControl::Caption("label_2", "Height:", "m_pHeight"),
-                    height.ToolTip("Set the crop height"), BarControl::Separator("frame_5"),
-                    WideButton("m_pClear", "Clear", ""),
-                    WideButton("m_pFromImage", "From Image", "Use values from the image")
-                        .With("enabled", false),
-                    BarControl::Separator("frame_8")},
-                   {"m_pWidth", "m_pHeight", "m_pSwap", "m_pClear", "m_pFromImage"});
+    return BarForm(
+        [] { return new NVCropToolbarStart(nullptr); }, "CropToolBarStart", "Form", "theme:crop_tool.png",
+        {BarControl::Separator("frame_4"), BarControl::Caption("label", "Width:", "m_pWidth"),
+         BarControl::NumberBox("m_pWidth", 0, 10000, 0, " px"), swap,
+         BarControl::Caption("label_2", "Height:", "m_pHeight"), height.ToolTip("Set the crop height"),
+         BarControl::Separator("frame_5"), WideButton("m_pClear", "Clear", ""),
+         WideButton("m_pFromImage", "From Image", "Use values from the image").With("enabled", false),
+         BarControl::Separator("frame_8")},
+        {"m_pWidth", "m_pHeight", "m_pSwap", "m_pClear", "m_pFromImage"});
 }
 
 // A bar on the screen, used by hand.
@@ -88,6 +86,7 @@ private Q_SLOTS:
     void textsStayWhenTheLanguageChanges() { Form().CheckLanguageChange(); }
     void swapButtonShowsItsArrows();
 
+    void signalsAreThese();
     void startsClear();
     void setterClampsAndTellsOnce_data();
     void setterClampsAndTellsOnce();
@@ -132,6 +131,13 @@ void tst_NVCropToolbarStart::swapButtonShowsItsArrows()
 
     QCOMPARE(icon.pixmap(24, 24).toImage(), QIcon("theme:switch_arrows.png").pixmap(24, 24).toImage());
     QVERIFY(!icon.pixmap(24, 24).isNull());
+}
+
+void tst_NVCropToolbarStart::signalsAreThese()
+{
+    NVCropToolbarStart bar(nullptr);
+
+    QCOMPARE(SignalLog(&bar).Watched(), QStringList({"FromImage", "WidthChanged", "HeightChanged"}));
 }
 
 void tst_NVCropToolbarStart::startsClear()
@@ -188,8 +194,8 @@ void tst_NVCropToolbarStart::typingTellsEachValue()
     host.Type("m_pHeight", "8");
     QTest::keyClick(host.Box("m_pHeight"), Qt::Key_Up);
 
-    QCOMPARE(log.Entries(), QStringList({"WidthChanged(6)", "WidthChanged(64)", "HeightChanged(8)",
-                                         "HeightChanged(9)"}));
+    QCOMPARE(log.Entries(),
+             QStringList({"WidthChanged(6)", "WidthChanged(64)", "HeightChanged(8)", "HeightChanged(9)"}));
 }
 
 void tst_NVCropToolbarStart::oneSideAloneIsNotClear_data()
@@ -290,8 +296,8 @@ void tst_NVCropToolbarStart::swapExchangesTheSides()
 
     QCOMPARE(host.bar.GetWidth(), height);
     QCOMPARE(host.bar.GetHeight(), width);
-    QCOMPARE(log.Entries(), QStringList({QString("WidthChanged(%1)").arg(height),
-                                         QString("HeightChanged(%1)").arg(width)}));
+    QCOMPARE(log.Entries(),
+             QStringList({QString("WidthChanged(%1)").arg(height), QString("HeightChanged(%1)").arg(width)}));
 }
 
 void tst_NVCropToolbarStart::swapOfEqualSidesTellsNothing()

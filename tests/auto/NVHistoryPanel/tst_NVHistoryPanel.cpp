@@ -172,6 +172,7 @@ private Q_SLOTS:
     void ensureVisibleIgnoresWhatIsNotThere();
     void ensureVisibleMeasuresTheContainer();
     void ensureVisibleBearsAnyIndex();
+    void rowThatIsHigherThanTheViewShowsItsEnd();
     void selectingScrollsToTheRow();
 
     void clickActivatesTheRow();
@@ -181,6 +182,7 @@ private Q_SLOTS:
     void clickOnAScrolledRowCounts();
     void clicksAreIgnoredUntilEnabled();
     void otherButtonsAreIgnored();
+    void releaseOfAnotherButtonIsNoClick();
     void pressAndReleaseOnDifferentRowsIsNoClick();
     void releaseForgetsThePressedRow();
     void pressBelowTheRowsIsNoClick();
@@ -588,6 +590,22 @@ void tst_NVHistoryPanel::ensureVisibleMeasuresTheContainer()
     QCOMPARE(host.Bar()->value(), 11 * 30 - 100);
 }
 
+void tst_NVHistoryPanel::rowThatIsHigherThanTheViewShowsItsEnd()
+{
+    const Host host(5);
+    QVERIFY(host.Show());
+    host.Area()->setFixedHeight(10);
+    QTRY_COMPARE(host.Viewport()->height(), 10);
+    const int height = host.Row(0)->height();
+    QVERIFY(height > 10);
+
+    host.panel->EnsureVisible(0);
+    QCOMPARE(host.Bar()->value(), height - 10);
+
+    host.panel->EnsureVisible(0);
+    QCOMPARE(host.Bar()->value(), 0);
+}
+
 void tst_NVHistoryPanel::ensureVisibleBearsAnyIndex()
 {
     const Host host(20);
@@ -722,6 +740,21 @@ void tst_NVHistoryPanel::otherButtonsAreIgnored()
     host.SendRelease(host.PlaceOf(1), Qt::RightButton);
     host.Release(host.PlaceOf(1));
     QCOMPARE(log.Entries(), QStringList({"IndexActivated(1)"}));
+}
+
+void tst_NVHistoryPanel::releaseOfAnotherButtonIsNoClick()
+{
+    const Host host(3);
+    QVERIFY(host.Show());
+    host.panel->EnableActions(true);
+    SignalLog log(host.panel);
+    host.Press(host.PlaceOf(1));
+
+    host.SendRelease(host.PlaceOf(1), Qt::RightButton);
+    QCOMPARE(log.Count("IndexActivated"), 0);
+    host.Release(host.PlaceOf(1));
+
+    QCOMPARE(log.Entries(), QStringList("IndexActivated(1)"));
 }
 
 void tst_NVHistoryPanel::pressAndReleaseOnDifferentRowsIsNoClick()

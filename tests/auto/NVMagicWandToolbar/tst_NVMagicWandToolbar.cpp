@@ -73,6 +73,7 @@ private Q_SLOTS:
     void isAsItsFamily_data() { AddSelectionBarChecks(); }
     void isAsItsFamily() { RunSelectionBarCheck(Facts()); }
 
+    void signalsAreThese();
     void valuesAreTakenOnceAndTold();
     void toleranceIsClamped();
     void typedToleranceIsTold();
@@ -82,6 +83,14 @@ private Q_SLOTS:
     void captionReadsFromTheLeftInARightToLeftBar();
     void diesWithAnUnfinishedTolerance();
 };
+
+void tst_NVMagicWandToolbar::signalsAreThese()
+{
+    NVMagicWandToolbar bar(nullptr);
+
+    QCOMPARE(SignalLog(&bar).Watched(),
+             QStringList({"StateChanged", "ToleranceChanged", "AllLayersChanged", "ContiguousChanged"}));
+}
 
 void tst_NVMagicWandToolbar::valuesAreTakenOnceAndTold()
 {

@@ -437,6 +437,52 @@ private Q_SLOTS:
         }
     }
 
+    void zoomGoesAboutTheMiddlePoint_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("even sides") << QSize(300, 200);
+        QTest::newRow("odd sides") << QSize(301, 201);
+    }
+    void zoomGoesAboutTheMiddlePoint()
+    {
+        QFETCH(QSize, size);
+        Host host;
+        NVDocumentView reference(&host.model);
+        for (NVDocumentView* view : {&reference, static_cast<NVDocumentView*>(&host.view)})
+        {
+            view->resize(size);
+            view->show();
+            view->Scale(1 / view->GetScale(), QPointF());
+        }
+        host.panel->SetSourceView(&host.view);
+        reference.centerOn(403.5, 301.25);
+        host.view.centerOn(403.5, 301.25);
+
+        for (const double percent : {230.0, 55.0, 1600.0, 100.0})
+        {
+            const QRect area = reference.viewport()->rect();
+            const QPoint middle((area.width() - 1) / 2, (area.height() - 1) / 2);
+            const QPointF centre = reference.mapToScene(middle);
+            reference.Scale(percent / 100.0 / reference.GetScale(), middle);
+            reference.centerOn(centre);
+
+            host.Percent()->setValue(percent);
+
+            QCOMPARE(host.view.mapToScene(0, 0), reference.mapToScene(0, 0));
+        }
+    }
+
+    void scaleOfTheViewIsTruncated()
+    {
+        Host host;
+        host.panel->SetSourceView(&host.view);
+
+        host.ScaleView(2.0 / 3.0);
+
+        QCOMPARE(host.Slider()->value(), 6666);
+        QCOMPARE(host.Percent()->value(), 66.66);
+    }
+
     void sliderMovesBoxAndView()
     {
         Host host;
@@ -601,6 +647,19 @@ private Q_SLOTS:
         QCOMPARE(log.Count(), 0);
     }
 
+    void letGoViewLeavesTheLoupeEmpty()
+    {
+        Host host;
+        host.Show(1);
+        host.panel->SetSourceView(&host.view);
+        host.panel->SetLookAt(QPoint(400, 300));
+        QVERIFY(ProbeImage(host.Loupe()).CountOf(Qt::red) > 100);
+
+        host.panel->SetSourceView(nullptr);
+
+        QCOMPARE(ProbeImage(host.Loupe()).CountOf(Qt::red), 0);
+    }
+
     void anotherViewTakesOver()
     {
         Host host;
@@ -758,6 +817,19 @@ private Q_SLOTS:
         QCOMPARE(host.document.asked, 0);
     }
 
+    void changedStyleReachesTheLoupe()
+    {
+        Host host;
+        host.Show(1);
+        host.panel->SetSourceView(&host.view);
+        FinishWork();
+        PaintCount paints(host.Loupe());
+
+        Q_EMIT host.document.StyleStateChanged(true);
+
+        QTRY_COMPARE(paints.count, 1);
+    }
+
     void figuresAreShown()
     {
         Host host;
@@ -776,6 +848,23 @@ private Q_SLOTS:
         QCOMPARE(host.Text("m_pPixels"), QString("1234567"));
         QCOMPARE(host.Text("m_pLevel"), QString());
         QCOMPARE(host.Text("m_pCount"), QString());
+    }
+
+    void theLongestFiguresAreShownInFull()
+    {
+        Host host;
+        host.Show(2);
+        host.panel->resize(host.panel->minimumSizeHint());
+        QCoreApplication::processEvents();
+        Q_EMIT host.Histogram()->CurrentLevelRangeChanged(200, 255);
+        Q_EMIT host.Histogram()->StatsChanged(255, 99);
+        QCoreApplication::processEvents();
+
+        for (const char* name : {"m_pRange", "m_pLevel"})
+        {
+            const QLabel* figure = host.Find<QLabel>(name);
+            QVERIFY2(figure->width() >= figure->sizeHint().width(), name);
+        }
     }
 
     void figuresFollowTheKeys()

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void textsAreTranslatedUnderTheFormsName() { CheckFormTranslation<NVRulerToolbar>("RulerToolBar"); }
     void pictureIsThatOfTheScreensDensity();
 
+    void signalsAreThese();
     void readOutTakesAnyText_data();
     void readOutTakesAnyText();
     void longTextMakesTheBarWider();
@@ -97,6 +98,13 @@ void tst_NVRulerToolbar::pictureIsThatOfTheScreensDensity()
     const QPixmap picture = bar.findChild<QLabel*>("m_pPicture")->pixmap(Qt::ReturnByValue);
     QCOMPARE(picture.toImage(), QPixmap("theme:ruler@2x.png").toImage());
     QCOMPARE(picture.devicePixelRatioF(), 2.0);
+}
+
+void tst_NVRulerToolbar::signalsAreThese()
+{
+    NVRulerToolbar bar(nullptr);
+
+    QCOMPARE(SignalLog(&bar).Watched(), QStringList({"Straighten", "Clear"}));
 }
 
 void tst_NVRulerToolbar::readOutTakesAnyText_data()

@@ -75,6 +75,7 @@ private Q_SLOTS:
     void isAsItsFamily_data() { AddSelectionBarChecks(); }
     void isAsItsFamily() { RunSelectionBarCheck(Facts()); }
 
+    void signalsAreThese();
     void valuesAreTakenOnceAndTold();
     void valuesAreClamped();
     void typedFeatherIsTold();
@@ -85,6 +86,14 @@ private Q_SLOTS:
     void hiddenFeatherCanBeSet();
     void diesWithAnUnfinishedFeather();
 };
+
+void tst_NVSelectionToolbar::signalsAreThese()
+{
+    NVSelectionToolbar bar(nullptr);
+
+    QCOMPARE(SignalLog(&bar).Watched(),
+             QStringList({"StateChanged", "FeatherChanged", "RadiusChanged", "AutoscrollChanged"}));
+}
 
 void tst_NVSelectionToolbar::valuesAreTakenOnceAndTold()
 {

@@ -1,5 +1,5 @@
-// The option bar of the text tool: its form, its values and their signals, the size box key by key, the colour
-// and the dialog that bends the text.
+// The option bar of the text tool: its form, its values and their signals, the size box key by key, the
+// colour and the dialog that bends the text.
 
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -69,16 +69,15 @@ BarForm Form()
     BarControl color = FlatButton("m_pColor", "Color");
     BarControl warp = Plain("QPushButton", "m_pWarp");
     warp.ToolTip("Warp text").With("text", "Warp").With("maximumSize", QSize(QWIDGETSIZE_MAX, 24));
-    BarForm form([] { return new NVTextToolbar(nullptr); }, "TextToolbar", "Text toolbar",
-                 "theme:tool-bar-text.png",
-                 {BarControl::Separator("frame_4"), family, StyleButton("m_pBold", "B", "Bold"),
-                  StyleButton("m_pItalic", "I", "Italic"), StyleButton("m_pUnderline", "U", "Underline"), size,
-                  BarControl::CheckBox("m_pAliasing", "Anti-aliasing", false),
-                  BarControl::Separator("frame_5"), color.With("iconSize", QSize(16, 16)), warp,
-                  BarControl::Separator("m_pEditSectionBegin"), FlatButton("m_pCommit", "Apply changes"),
-                  FlatButton("m_pCancel", "Cancel changes")},
-                 {"m_pFontFamily", "m_pBold", "m_pItalic", "m_pUnderline", "m_pFontSize", "m_pAliasing",
-                  "m_pColor", "m_pWarp", "m_pCommit", "m_pCancel"});
+    BarForm form(
+        [] { return new NVTextToolbar(nullptr); }, "TextToolbar", "Text toolbar", "theme:tool-bar-text.png",
+        {BarControl::Separator("frame_4"), family, StyleButton("m_pBold", "B", "Bold"),
+         StyleButton("m_pItalic", "I", "Italic"), StyleButton("m_pUnderline", "U", "Underline"), size,
+         BarControl::CheckBox("m_pAliasing", "Anti-aliasing", false), BarControl::Separator("frame_5"),
+         color.With("iconSize", QSize(16, 16)), warp, BarControl::Separator("m_pEditSectionBegin"),
+         FlatButton("m_pCommit", "Apply changes"), FlatButton("m_pCancel", "Cancel changes")},
+        {"m_pFontFamily", "m_pBold", "m_pItalic", "m_pUnderline", "m_pFontSize", "m_pAliasing", "m_pColor",
+         "m_pWarp", "m_pCommit", "m_pCancel"});
     form.PictureLabel("m_pPicture");
     return form;
 }
@@ -266,6 +265,7 @@ private Q_SLOTS:
     void setSizeTellsIt_data();
     void setSizeTellsIt();
     void setSizeAgainTellsNothing();
+    void firstRowIsMadeCurrentToo();
     void rowBehindTypedTextIsShownAgain();
     void confirmedSizesLeaveOneRow();
     void confirmedStandardSizeAddsNoRow();
@@ -273,6 +273,8 @@ private Q_SLOTS:
     void manyCustomRowsGoAtOnce();
     void leavingTheBoxAddsNoRow();
     void focusIsGivenBackBeforeTheListIsPutInOrder();
+    void barMayGoWhileASizeIsTyped();
+    void barMayGoWithAnOpenList();
 
     void styleButtonTellsTheMask();
     void setStyleTellsPassingMasks_data();
@@ -373,11 +375,12 @@ void tst_NVTextToolbar::textsAreTranslated()
     Prefixed translator;
     QCoreApplication::installTranslator(&translator);
     const Window window;
-    ModalDriver driver([](QWidget* dialog)
-                       {
-                           QCOMPARE(dialog->windowTitle(), QString("NVTextToolbar/Selecte a text color"));
-                           ModalDriver::PressKey(dialog, Qt::Key_Escape);
-                       });
+    ModalDriver driver(
+        [](QWidget* dialog)
+        {
+            QCOMPARE(dialog->windowTitle(), QString("NVTextToolbar/Selecte a text color"));
+            ModalDriver::PressKey(dialog, Qt::Key_Escape);
+        });
     window.Button("m_pColor")->click();
     QCoreApplication::removeTranslator(&translator);
     QVERIFY(driver.Finished());
@@ -400,8 +403,8 @@ void tst_NVTextToolbar::interfaceIsThis()
     {
         const QMetaMethod method = meta.method(i);
         const int kind = method.methodType() == QMetaMethod::Signal ? 0
-            : method.access() == QMetaMethod::Public               ? 1
-                                                                   : 2;
+            : method.access() == QMetaMethod::Public                ? 1
+                                                                    : 2;
         methods[kind] << method.methodSignature();
     }
     QCOMPARE(methods[0],
@@ -442,8 +445,7 @@ void tst_NVTextToolbar::rowsHaveTheirData()
     const auto* validator = qobject_cast<const QRegExpValidator*>(window.Edit()->validator());
     QVERIFY(validator);
     QCOMPARE(validator->parent(), window.Edit());
-    QCOMPARE(validator->regExp().pattern(),
-             QString("([3][0]{2})|([1-2]\\d{2})|([1-9]\\d{1})|([1-9])"));
+    QCOMPARE(validator->regExp().pattern(), QString("([3][0]{2})|([1-2]\\d{2})|([1-9]\\d{1})|([1-9])"));
     QCOMPARE(validator->regExp().caseSensitivity(), Qt::CaseSensitive);
     QCOMPARE(validator->regExp().patternSyntax(), QRegExp::RegExp);
 }
@@ -549,17 +551,28 @@ void tst_NVTextToolbar::typingTellsEachValidText_data()
     QTest::addColumn<QString>("keys");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QList<int>>("told");
-    QTest::newRow("120") << "120" << "120" << QList<int>{1, 12, 120};
-    QTest::newRow("300") << "300" << "300" << QList<int>{3, 30, 300};
-    QTest::newRow("0 is refused") << "0" << "10" << QList<int>{};
-    QTest::newRow("301 is refused") << "301" << "30" << QList<int>{3, 30};
-    QTest::newRow("012 is refused") << "012" << "12" << QList<int>{1, 12};
-    QTest::newRow("310 is refused") << "310" << "31" << QList<int>{3, 31};
-    QTest::newRow("400 is refused") << "400" << "40" << QList<int>{4, 40};
-    QTest::newRow("four digits") << "1500" << "150" << QList<int>{1, 15, 150};
-    QTest::newRow("letters, signs, blanks") << "a-1 +.5" << "15" << QList<int>{1, 15};
-    QTest::newRow("299") << "299" << "299" << QList<int>{2, 29, 299};
-    QTest::newRow("100 of a row") << "100" << "100" << QList<int>{1, 10, 100};
+    QTest::newRow("120") << "120"
+                         << "120" << QList<int>{1, 12, 120};
+    QTest::newRow("300") << "300"
+                         << "300" << QList<int>{3, 30, 300};
+    QTest::newRow("0 is refused") << "0"
+                                  << "10" << QList<int>{};
+    QTest::newRow("301 is refused") << "301"
+                                    << "30" << QList<int>{3, 30};
+    QTest::newRow("012 is refused") << "012"
+                                    << "12" << QList<int>{1, 12};
+    QTest::newRow("310 is refused") << "310"
+                                    << "31" << QList<int>{3, 31};
+    QTest::newRow("400 is refused") << "400"
+                                    << "40" << QList<int>{4, 40};
+    QTest::newRow("four digits") << "1500"
+                                 << "150" << QList<int>{1, 15, 150};
+    QTest::newRow("letters, signs, blanks") << "a-1 +.5"
+                                            << "15" << QList<int>{1, 15};
+    QTest::newRow("299") << "299"
+                         << "299" << QList<int>{2, 29, 299};
+    QTest::newRow("100 of a row") << "100"
+                                  << "100" << QList<int>{1, 10, 100};
 }
 
 void tst_NVTextToolbar::typingTellsEachValidText()
@@ -635,7 +648,8 @@ void tst_NVTextToolbar::anyValidSizeIsTold()
         if (size >= 1 && size <= 300)
             QCOMPARE(log.Arguments(told - 1).constFirst().toInt(), size);
     }
-    const QStringList others{"01", "012", " 12", "12 ", "+5", "1e2", "12.5", "3000", "", "abc", "0x1F", "1\n"};
+    const QStringList others{"01",   "012",  " 12", "12 ", "+5",   "1e2",
+                             "12.5", "3000", "",    "abc", "0x1F", "1\n"};
     for (const QString& text : others)
         window.Edit()->setText(text);
     QCOMPARE(log.Count(), told);
@@ -687,8 +701,7 @@ void tst_NVTextToolbar::setSizeTellsIt()
     QCOMPARE(window.bar->GetFontSize(), size);
     QCOMPARE(window.Sizes()->currentIndex(), row);
     QCOMPARE(window.Rows(), SizeRows);
-    QCOMPARE(log.Entries(),
-             isTold ? QStringList(QString("FontSizeChanged(%1)").arg(size)) : QStringList());
+    QCOMPARE(log.Entries(), isTold ? QStringList(QString("FontSizeChanged(%1)").arg(size)) : QStringList());
 }
 
 void tst_NVTextToolbar::setSizeAgainTellsNothing()
@@ -701,6 +714,15 @@ void tst_NVTextToolbar::setSizeAgainTellsNothing()
     window.bar->SetFontSize(36);
     window.bar->SetFontSize(36);
     QCOMPARE(log.Entries(), QStringList({"FontSizeChanged(36)"}));
+}
+
+void tst_NVTextToolbar::firstRowIsMadeCurrentToo()
+{
+    const Window window;
+    window.bar->SetFontSize(100);
+    window.bar->SetFontSize(10);
+    QCOMPARE(window.Sizes()->currentIndex(), 0);
+    QCOMPARE(window.bar->GetFontSize(), 10);
 }
 
 // The row of before stays the current one while the box shows another size.
@@ -790,6 +812,28 @@ void tst_NVTextToolbar::focusIsGivenBackBeforeTheListIsPutInOrder()
     // First from the list, which has chosen the new row, then from the edit.
     QCOMPARE(rows, QStringList({"35 45", "35 45"}));
     QCOMPARE(window.Rows().mid(9), QStringList("45"));
+}
+
+void tst_NVTextToolbar::barMayGoWhileASizeIsTyped()
+{
+    Window window;
+    QVERIFY(window.Show());
+    window.Type("35");
+    const SignalLog log(window.bar);
+    delete window.bar;
+    QCOMPARE(log.Entries(), QStringList());
+    QVERIFY(!window.window.findChild<QComboBox*>());
+}
+
+void tst_NVTextToolbar::barMayGoWithAnOpenList()
+{
+    Window window;
+    QVERIFY(window.Show());
+    const SignalLog log(window.bar);
+    window.Sizes()->showPopup();
+    delete window.bar;
+    QCOMPARE(log.Entries(), QStringList());
+    QVERIFY(!window.window.findChild<QComboBox*>());
 }
 
 void tst_NVTextToolbar::styleButtonTellsTheMask()

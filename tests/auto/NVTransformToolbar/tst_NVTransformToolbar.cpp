@@ -87,9 +87,9 @@ QList<BarControl> Controls()
 
 BarForm Form()
 {
-    return BarForm([] { return new NVTransformToolbar(nullptr); }, "TransformToolBar", "Form", "", Controls(),
-                   {"m_pX", "m_pY", "m_pWidth", "m_pHeight", "m_pAspectRatio", "m_pAngle", "m_pHSkew",
-                    "m_pVSkew"});
+    return BarForm(
+        [] { return new NVTransformToolbar(nullptr); }, "TransformToolBar", "Form", "", Controls(),
+        {"m_pX", "m_pY", "m_pWidth", "m_pHeight", "m_pAspectRatio", "m_pAngle", "m_pHSkew", "m_pVSkew"});
 }
 
 template <class T>
@@ -474,9 +474,9 @@ void tst_NVTransformToolbar::referencePointTellsTwiceAChange()
     bar.SetTransformationCenter(Control::BottomLeft);
 
     QCOMPARE(bar.GetTransformationCenter(), Control::BottomLeft);
-    QCOMPARE(log.Entries(),
-             QStringList(
-                 {"TransformationCenterChange(BottomLeft)", "TransformationCenterChanged(BottomLeft)"}));
+    QCOMPARE(
+        log.Entries(),
+        QStringList({"TransformationCenterChange(BottomLeft)", "TransformationCenterChanged(BottomLeft)"}));
 }
 
 void tst_NVTransformToolbar::clickedReferencePointTellsTheSame()

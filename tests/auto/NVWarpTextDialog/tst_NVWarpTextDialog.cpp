@@ -219,9 +219,12 @@ void tst_NVWarpTextDialog::pairIsAsStated_data()
     QTest::addColumn<QString>("label");
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("width");
-    QTest::newRow("bending") << 0 << "label" << "Bending:" << 70;
-    QTest::newRow("horizontal") << 1 << "label_2" << "Horizontal Distortion:" << 0;
-    QTest::newRow("vertical") << 2 << "label_3" << "Vertical Distortion:" << 0;
+    QTest::newRow("bending") << 0 << "label"
+                             << "Bending:" << 70;
+    QTest::newRow("horizontal") << 1 << "label_2"
+                                << "Horizontal Distortion:" << 0;
+    QTest::newRow("vertical") << 2 << "label_3"
+                              << "Vertical Distortion:" << 0;
 }
 
 void tst_NVWarpTextDialog::pairIsAsStated()
@@ -265,8 +268,8 @@ void tst_NVWarpTextDialog::buttonsAreOkAndCancel()
 void tst_NVWarpTextDialog::tabsGoThroughTheForm()
 {
     const NVWarpTextDialog dialog(nullptr);
-    const QStringList wanted{"m_pStyle", "m_pHorizontal",      "m_pVertical",    "m_pBendSldr",
-                             "m_pBend",  "m_pHDistortionSldr", "m_pHDistortion", "m_pVDistortionSldr",
+    const QStringList wanted{"m_pStyle",      "m_pHorizontal",      "m_pVertical",    "m_pBendSldr",
+                             "m_pBend",       "m_pHDistortionSldr", "m_pHDistortion", "m_pVDistortionSldr",
                              "m_pVDistortion"};
     const QWidget* first = Find<QWidget>(&dialog, "m_pStyle");
     QStringList names;
@@ -571,6 +574,7 @@ void tst_NVWarpTextDialog::amountIsClampedAndRounded_data()
     QTest::newRow("below") << -1e12 << -100.0;
     QTest::newRow("three decimals") << 1.236 << 1.24;
     QTest::newRow("infinity") << std::numeric_limits<double>::infinity() << 100.0;
+    QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << 100.0;
 }
 
 void tst_NVWarpTextDialog::amountIsClampedAndRounded()

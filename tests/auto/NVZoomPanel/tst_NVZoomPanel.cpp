@@ -130,6 +130,7 @@ private Q_SLOTS:
     void layoutsStandInEachOther();
     void textsAreTranslatedUnderTheFormsName() { CheckFormTranslation<NVZoomPanel>("ZoomPanel"); }
     void hasNoSignalsOfItsOwn();
+    void listIsTwentyFourPixelsHigh();
 
     void startsAtOneWithoutAGrid();
     void valueIsClampedEverywhere_data();
@@ -180,6 +181,14 @@ void tst_NVZoomPanel::hasNoSignalsOfItsOwn()
     const QMetaObject& meta = NVZoomPanel::staticMetaObject;
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
         QVERIFY(meta.method(i).methodType() != QMetaMethod::Signal);
+}
+
+void tst_NVZoomPanel::listIsTwentyFourPixelsHigh()
+{
+    Host host;
+    host.Show();
+
+    QCOMPARE(host.List()->height(), 24);
 }
 
 void tst_NVZoomPanel::startsAtOneWithoutAGrid()

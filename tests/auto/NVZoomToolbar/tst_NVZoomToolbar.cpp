@@ -77,6 +77,7 @@ private Q_SLOTS:
     void pictureIsThatOfTheScreensDensity();
     void modesShowTheirIcons();
 
+    void signalsAreThese();
     void startsIn();
     void zoomOutUnchecksZoomIn();
     void zoomInUnchecksZoomOut();
@@ -129,6 +130,14 @@ void tst_NVZoomToolbar::modesShowTheirIcons()
 
     QCOMPARE(host.In()->icon().pixmap(16, 16).toImage(), QPixmap("theme:zoom_in.png").toImage());
     QCOMPARE(host.Out()->icon().pixmap(16, 16).toImage(), QPixmap("theme:zoom_out.png").toImage());
+}
+
+void tst_NVZoomToolbar::signalsAreThese()
+{
+    NVZoomToolbar bar(nullptr);
+
+    QCOMPARE(SignalLog(&bar).Watched(),
+             QStringList({"ZoomInChecked", "ZoomOutChecked", "ActualPixels", "FitScreen"}));
 }
 
 void tst_NVZoomToolbar::startsIn()

@@ -176,6 +176,18 @@ private Q_SLOTS:
         QCOMPARE(host.Told(), QList<QRectF>({QRectF(corner, QSizeF(100, 50))}));
     }
 
+    void arrowsMoveATinyFrameByAWholePixel()
+    {
+        Host host;
+        host.Show();
+        host.widget->SetViewRect(QRectF(100, 50, 3, 2));
+
+        QTest::keyClick(host.widget.get(), Qt::Key_Right);
+        QTest::keyClick(host.widget.get(), Qt::Key_Up, Qt::ShiftModifier);
+
+        QCOMPARE(host.Told(), QList<QRectF>({QRectF(101, 50, 3, 2), QRectF(101, 49, 3, 2)}));
+    }
+
     void otherKeysAreLeftToTheWindow()
     {
         Host host;
@@ -314,6 +326,27 @@ private Q_SLOTS:
         QCOMPARE(living, 1);
         host.widget.reset();
         QCOMPARE(living, 0);
+    }
+
+    void overviewIsMadeAnewForAnotherSize()
+    {
+        // Grey from far, columns of one pixel from near.
+        QImage stripes(208, 108, QImage::Format_ARGB32_Premultiplied);
+        stripes.fill(Qt::white);
+        for (int y = 0; y < stripes.height(); ++y)
+        {
+            for (int x = 0; x < stripes.width(); x += 2)
+                stripes.setPixelColor(x, y, Qt::black);
+        }
+        KXDocumentInterface document(stripes);
+        NavigatorWidget widget;
+        widget.SetDocument(&document, nullptr);
+        widget.resize(60, 35);
+        QCOMPARE(ProbeImage(&widget).CountOf(Qt::black, 0), 0);
+
+        widget.resize(216, 116);
+
+        QVERIFY(ProbeImage(&widget).CountOf(Qt::black, 0) > 10000);
     }
 
     void transparentDocumentShowsSquares()

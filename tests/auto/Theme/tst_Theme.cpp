@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QSpinBox>
 #include <QStyle>
+#include <QToolButton>
 
 #include <cmath>
 
@@ -74,6 +75,27 @@ private Q_SLOTS:
                                      Theme::Palette(theme).color(QPalette::Window)));
             QVERIFY2(most >= 1.5, qPrintable(QString::number(most)));
         }
+    }
+
+    void pressedInToolButtonStandsOutInEachTheme_data()
+    {
+        emptyCheckBoxesAndRadioButtonsCanBeSeenInEachTheme_data();
+    }
+    void pressedInToolButtonStandsOutInEachTheme()
+    {
+        QFETCH(int, theme);
+        Theme themes;
+        NVApplication::GetInstance()->SetTheme(theme);
+        QToolButton button;
+        button.setPalette(Theme::Palette(theme));
+        button.setCheckable(true);
+        button.resize(24, 24);
+        const QColor before = button.grab().toImage().pixelColor(1, 12);
+
+        button.setChecked(true);
+
+        const QColor after = button.grab().toImage().pixelColor(1, 12);
+        QVERIFY2(Contrast(before, after) >= 2.5, qPrintable(QString::number(Contrast(before, after))));
     }
 
     void textsCanBeReadInEachTheme_data()

@@ -19,6 +19,7 @@ private Q_SLOTS:
         store.MoveToDisk();
         store.MoveToDisk();
         QCOMPARE(store.GetMemoryBytes(), qint64(0));
+        QCOMPARE(store.GetBytes(), qint64(7 * 3 * 4 + 4));
 
         QVector<SavedTile>* tiles = store.Load();
         QVERIFY(tiles);
@@ -26,6 +27,7 @@ private Q_SLOTS:
         QCOMPARE(tiles->at(0).before, BusyPicture(QSize(7, 3)));
         QCOMPARE(tiles->at(1).before, PlainPicture(Qt::red, QSize(1, 1)));
         QCOMPARE(store.GetMemoryBytes(), qint64(7 * 3 * 4 + 4));
+        QCOMPARE(store.GetBytes(), qint64(7 * 3 * 4 + 4));
     }
 
     void eachFormatComesBackAsItWas()

@@ -4,6 +4,8 @@
 
 #include <QMainWindow>
 #include <QMouseEvent>
+#include <QPaintEvent>
+#include <QRegion>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QUndoStack>
@@ -28,6 +30,25 @@ QImage PlainPicture(const QColor& color = Qt::white, const QSize& size = QSize(3
 QImage BusyPicture(const QSize& size = QSize(300, 200));
 // The smallest rect that holds all pixels in which the two differ.
 QRect DifferenceOf(const QImage& one, const QImage& other);
+
+// What is drawn anew of a widget, from its making on.
+class PaintWatch : public QObject
+{
+public:
+    explicit PaintWatch(QWidget* widget)
+    {
+        QCoreApplication::processEvents();
+        widget->installEventFilter(this);
+    }
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            painted += static_cast<QPaintEvent*>(event)->region();
+        return QObject::eventFilter(object, event);
+    }
+
+    QRegion painted;
+};
 
 // A window with the tool's bar and a canvas at 100 %. Coordinates are document pixels.
 template <class T>

@@ -1,0 +1,56 @@
+#include "NavigatorDock.h"
+
+#include <cmath>
+
+#include "NVNavigatorPanel.h"
+
+namespace
+{
+
+const int MinHeight = 280;
+
+} // namespace
+
+NavigatorDock::NavigatorDock(QWidget* parent)
+    : QDockWidget(tr("Navigator"), parent), m_pPanel(new NVNavigatorPanel(this))
+{
+    setObjectName(QStringLiteral("NavigatorDock"));
+    // Enough for the shape of a histogram, where another panel takes what it can get.
+    m_pPanel->setMinimumHeight(MinHeight);
+    setWidget(m_pPanel);
+    connect(this, &QDockWidget::visibilityChanged, this, &NavigatorDock::OnVisibilityChanged);
+    hide();
+}
+
+NavigatorDock::~NavigatorDock()
+{
+    // It tells of its end otherwise.
+    disconnect(this, nullptr, this, nullptr);
+}
+
+void NavigatorDock::SetView(NVDocumentView* view)
+{
+    if (m_pView)
+        disconnect(m_pView, nullptr, this, nullptr);
+    m_pView = view;
+    if (view)
+        connect(view, &NVDocumentView::Moved, this, &NavigatorDock::OnMoved);
+    Attach();
+}
+
+void NavigatorDock::OnVisibilityChanged(bool visible)
+{
+    m_isSeen = visible;
+    Attach();
+}
+
+void NavigatorDock::OnMoved(const CanvasPoint& point)
+{
+    m_pPanel->SetLookAt(QPoint(int(std::floor(point.position.x())), int(std::floor(point.position.y()))));
+}
+
+void NavigatorDock::Attach()
+{
+    // Attaching may change the view, and following it costs a count of all pixels: not for a hidden panel.
+    m_pPanel->SetSourceView(m_isSeen ? m_pView.data() : nullptr);
+}

@@ -1,0 +1,259 @@
+#include "ColorSamplerTool.h"
+
+#include <QLineF>
+#include <QPainter>
+#include <QSettings>
+
+#include "ColorSamples.h"
+#include "Document.h"
+#include "KXDocumentInterface.h"
+#include "LayerSample.h"
+#include "NVColorSamplerToolbar.h"
+
+namespace
+{
+
+const QLatin1String SizeKey("sampler/size");
+const int Sizes = 4;
+
+// In device-independent pixels.
+const double Radius = 7;
+const double Reach = 10;
+// Of the label with the number, beside the mark.
+const QRectF LabelPlace(8, -22, 20, 16);
+
+void DrawCross(QPainter& painter, const QPointF& place)
+{
+    painter.drawEllipse(place, Radius, Radius);
+    for (const QPointF& way : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)})
+        painter.drawLine(place + 3 * way, place + (Radius + 4) * way);
+}
+
+void DrawMark(QPainter& painter, const QPointF& place, int number, const QPalette* highlight)
+{
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor(0, 0, 0, 200), 3));
+    DrawCross(painter, place);
+    painter.setPen(QPen(Qt::white, 1.2));
+    DrawCross(painter, place);
+    const QRectF label = LabelPlace.translated(place);
+    painter.setPen(QPen(highlight ? Qt::white : QColor(0, 0, 0, 200), 1));
+    painter.setBrush(highlight ? highlight->color(QPalette::Highlight) : QColor(255, 255, 255, 230));
+    painter.drawRoundedRect(label, 4, 4);
+    painter.setPen(highlight ? highlight->color(QPalette::HighlightedText) : QColor(Qt::black));
+    painter.drawText(label, Qt::AlignCenter, QString::number(number));
+}
+
+QRect AreaOfMark(const QPointF& place)
+{
+    const QRectF cross(place - QPointF(Radius + 5, Radius + 5), place + QPointF(Radius + 5, Radius + 5));
+    return (cross | LabelPlace.translated(place)).adjusted(-2, -2, 2, 2).toAlignedRect();
+}
+
+} // namespace
+
+ColorSamplerTool::ColorSamplerTool(QSettings* settings, QObject* parent) : Tool(parent), m_pSettings(settings)
+{
+}
+
+NVColorSamplerToolbar* ColorSamplerTool::GetSamplerBar()
+{
+    return static_cast<NVColorSamplerToolbar*>(GetBar());
+}
+
+int ColorSamplerTool::GetSide() const
+{
+    return 2 * qBound(0, m_pSettings->value(SizeKey, 0).toInt(), Sizes - 1) + 1;
+}
+
+QString ColorSamplerTool::GetName() const
+{
+    return tr("Colour Sampler");
+}
+
+QString ColorSamplerTool::GetPictureName() const
+{
+    return QStringLiteral("tool-sampler");
+}
+
+QKeySequence ColorSamplerTool::GetKey() const
+{
+    return Qt::SHIFT + Qt::Key_I;
+}
+
+void ColorSamplerTool::StoreValues()
+{
+    m_pSettings->setValue(SizeKey, GetSamplerBar()->GetSize());
+}
+
+bool ColorSamplerTool::Cancel()
+{
+    if (m_dragged < 0)
+        return false;
+    const int dragged = m_dragged;
+    Finish();
+    if (m_pSamples && m_isNew)
+        m_pSamples->Remove(dragged);
+    else if (m_pSamples)
+        m_pSamples->Move(dragged, m_before);
+    return true;
+}
+
+void ColorSamplerTool::Finish()
+{
+    m_dragged = -1;
+    SetEscapeLive(false);
+}
+
+QWidget* ColorSamplerTool::CreateBar()
+{
+    auto* bar = new NVColorSamplerToolbar(nullptr);
+    bar->SetSize(GetSide() / 2);
+    bar->SetClearEnabled(m_pSamples && m_pSamples->Count() > 0);
+    connect(bar, &NVColorSamplerToolbar::SizeChanged, this, &ColorSamplerTool::OnSizeChosen);
+    connect(bar, &NVColorSamplerToolbar::Clear, this, &ColorSamplerTool::OnClear);
+    return bar;
+}
+
+void ColorSamplerTool::UpdateBarTheme(QWidget* bar)
+{
+    SetBarPicture(bar, QStringLiteral("m_pPicture"), QStringLiteral("sampler"));
+}
+
+void ColorSamplerTool::CanvasChanged()
+{
+    if (m_pSamples)
+        disconnect(m_pSamples, nullptr, this, nullptr);
+    m_pSamples = GetDocument() ? ColorSamples::Of(GetDocument()) : nullptr;
+    if (m_pSamples)
+    {
+        connect(m_pSamples, &ColorSamples::Changed, this, &ColorSamplerTool::OnSamplesChanged);
+        connect(m_pSamples, &ColorSamples::CurrentChanged, this, &ColorSamplerTool::OnSamplesChanged);
+    }
+    GetSamplerBar()->SetClearEnabled(m_pSamples && m_pSamples->Count() > 0);
+}
+
+void ColorSamplerTool::Equip(NVDocumentView* view)
+{
+    view->SetToolCursor(Qt::CrossCursor);
+    view->SetOverlay([this](QPainter& painter) { DrawMarks(painter); });
+    m_drawn = GetPixels();
+}
+
+void ColorSamplerTool::Pressed(const CanvasPoint& point)
+{
+    if (point.button != Qt::LeftButton || !m_pSamples)
+        return;
+    const int found = SampleAt(point.position);
+    if (point.modifiers.testFlag(Qt::AltModifier))
+    {
+        m_pSamples->Remove(found);
+        return;
+    }
+    const QPoint pixel = PixelAt(point.position);
+    m_isNew = found < 0;
+    if (m_isNew && !GetDocument()->GetPixels()->GetRect().contains(pixel))
+        return;
+    if (m_isNew && m_pSamples->IsFull())
+    {
+        Q_EMIT Message(tr("There are %1 samples, as many as there can be: delete one first.")
+                           .arg(ColorSamples::MAX_SAMPLES));
+        return;
+    }
+    m_dragged = m_isNew ? m_pSamples->Add(pixel) : found;
+    m_before = m_pSamples->GetPixel(m_dragged);
+    m_pSamples->SetCurrent(m_dragged);
+    SetEscapeLive(true);
+}
+
+void ColorSamplerTool::Moved(const CanvasPoint& point)
+{
+    if (m_dragged < 0)
+    {
+        const bool isOver = SampleAt(point.position) >= 0;
+        GetView()->SetToolCursor(isOver ? Qt::SizeAllCursor : Qt::CrossCursor);
+        return;
+    }
+    const QRect rect = GetDocument()->GetPixels()->GetRect();
+    const QPoint pixel = PixelAt(point.position);
+    m_pSamples->Move(
+        m_dragged,
+        QPoint(qBound(rect.left(), pixel.x(), rect.right()), qBound(rect.top(), pixel.y(), rect.bottom())));
+}
+
+void ColorSamplerTool::Released(const CanvasPoint& point)
+{
+    Q_UNUSED(point)
+    Finish();
+}
+
+void ColorSamplerTool::OnSizeChosen(int index)
+{
+    m_pSettings->setValue(SizeKey, index);
+    Q_EMIT SideChanged(GetSide());
+}
+
+void ColorSamplerTool::OnClear()
+{
+    if (m_pSamples)
+        m_pSamples->Clear();
+}
+
+void ColorSamplerTool::OnSamplesChanged()
+{
+    if (m_dragged >= m_pSamples->Count())
+        Finish();
+    GetSamplerBar()->SetClearEnabled(m_pSamples->Count() > 0);
+    if (!IsActive() || !GetView())
+        return;
+    UpdateMarks();
+    m_drawn = GetPixels();
+    UpdateMarks();
+}
+
+int ColorSamplerTool::SampleAt(const QPointF& position) const
+{
+    const QPointF place = GetView()->MapFromDocument(position);
+    const QRect rect = GetDocument()->GetPixels()->GetRect();
+    for (int i = m_pSamples->Count() - 1; i >= 0; --i)
+    {
+        if (rect.contains(m_pSamples->GetPixel(i)) &&
+            QLineF(place, PlaceOf(m_pSamples->GetPixel(i))).length() <= Reach)
+            return i;
+    }
+    return -1;
+}
+
+QPointF ColorSamplerTool::PlaceOf(const QPoint& pixel) const
+{
+    return GetView()->MapFromDocument(QPointF(pixel) + QPointF(0.5, 0.5));
+}
+
+void ColorSamplerTool::UpdateMarks() const
+{
+    for (const QPoint& pixel : m_drawn)
+        GetView()->UpdateOverlay(AreaOfMark(PlaceOf(pixel)));
+}
+
+QVector<QPoint> ColorSamplerTool::GetPixels() const
+{
+    QVector<QPoint> pixels;
+    for (int i = 0; m_pSamples && i < m_pSamples->Count(); ++i)
+        pixels += m_pSamples->GetPixel(i);
+    return pixels;
+}
+
+void ColorSamplerTool::DrawMarks(QPainter& painter) const
+{
+    if (!m_pSamples)
+        return;
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QPalette palette = GetView()->palette();
+    const QRect rect = GetDocument()->GetPixels()->GetRect();
+    for (int i = 0; i < m_pSamples->Count(); ++i)
+    {
+        if (rect.contains(m_pSamples->GetPixel(i)))
+            DrawMark(painter, PlaceOf(m_pSamples->GetPixel(i)), i + 1,
+                     i == m_pSamples->GetCurrent() ? &palette : nullptr);
+    }
+}
