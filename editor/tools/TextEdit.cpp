@@ -62,6 +62,13 @@ bool IsTabKey(const QKeyEvent* event)
         !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
 }
 
+// Those that delete more than a letter, and that menus may have for something else.
+bool IsDeletionKey(QKeyEvent* event)
+{
+    return event->matches(QKeySequence::DeleteEndOfWord) || event->matches(QKeySequence::DeleteStartOfWord) ||
+        event->matches(QKeySequence::DeleteEndOfLine);
+}
+
 // The sides of a rectangle in pieces.
 QPolygonF PiecesOf(const QRectF& rect)
 {
@@ -242,6 +249,11 @@ bool TextEdit::TakeKey(QEvent* event)
         event->accept();
         if (event->type() == QEvent::KeyPress && key->key() == Qt::Key_Tab)
             InsertPlain(QStringLiteral("\t"));
+        return true;
+    }
+    if (event->type() == QEvent::ShortcutOverride && IsDeletionKey(key))
+    {
+        event->accept();
         return true;
     }
     if (event->type() == QEvent::KeyPress && key->matches(QKeySequence::Paste))
