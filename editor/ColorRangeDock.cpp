@@ -1,6 +1,7 @@
 #include "ColorRangeDock.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -29,6 +30,12 @@ int Difference(QRgb one, QRgb other)
 {
     return qMax(qMax(qAbs(qRed(one) - qRed(other)), qAbs(qGreen(one) - qGreen(other))),
                 qMax(qAbs(qBlue(one) - qBlue(other)), qAbs(qAlpha(one) - qAlpha(other))));
+}
+
+// Those that accept and reject the panel, on the canvas too.
+bool IsDialogKey(const QKeyEvent* event)
+{
+    return event->key() == Qt::Key_Escape || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
 }
 
 } // namespace
@@ -127,10 +134,9 @@ void ColorRangeDock::Cancel()
 
 bool ColorRangeDock::eventFilter(QObject* object, QEvent* event)
 {
-    if (object == m_pView && event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Cancel))
+    if (object == m_pView && event->type() == QEvent::KeyPress && IsDialogKey(static_cast<QKeyEvent*>(event)))
     {
-        Cancel();
+        QCoreApplication::sendEvent(m_pPanel, event);
         return true;
     }
     if (object != m_pView && event->type() == QEvent::Resize)

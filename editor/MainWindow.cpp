@@ -328,8 +328,12 @@ void MainWindow::OnAbout()
 void MainWindow::OnWindowActivated()
 {
     auto* window = qobject_cast<DocumentWindow*>(m_pArea->currentSubWindow());
-    if (window == m_pWindow)
-        return;
+    if (window != m_pWindow)
+        SetWindow(window);
+}
+
+void MainWindow::SetWindow(DocumentWindow* window)
+{
     if (m_pWindow)
         disconnect(m_pWindow->GetView(), nullptr, this, nullptr);
     m_pWindow = window;
@@ -364,6 +368,12 @@ void MainWindow::OnDocumentStateChanged()
 void MainWindow::OnDocumentSizeChanged()
 {
     UpdateActions();
+}
+
+// What a tool has under way can be taken back before the first step.
+void MainWindow::OnCanUndoChanged()
+{
+    m_pUndo->setEnabled(m_pUndoGroup->canUndo() || m_pTool->CanCancel());
 }
 
 void MainWindow::OnUndoTextChanged(const QString& text)

@@ -115,6 +115,7 @@ private Q_SLOTS:
     void OnCloseAsked(DocumentWindow* window);
     void OnDocumentStateChanged();
     void OnDocumentSizeChanged();
+    void OnCanUndoChanged();
     void OnUndoTextChanged(const QString& text);
     void OnRedoTextChanged(const QString& text);
     void OnToolChosen(Tool* tool);
@@ -153,6 +154,8 @@ private:
     void StoreWindow();
     DocumentWindow* WindowOf(const QString& path) const;
     void AddDocument(std::unique_ptr<Document> document);
+    // Menus, panels and the tool work on its document from now on; null: on none.
+    void SetWindow(DocumentWindow* window);
     void RemoveWindow(DocumentWindow* window);
     SaveOutcome Save(DocumentWindow* window);
     SaveOutcome SaveAs(DocumentWindow* window, bool asksAboutLayers);

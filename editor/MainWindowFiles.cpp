@@ -343,18 +343,7 @@ void MainWindow::AddDocument(std::unique_ptr<Document> document)
 void MainWindow::RemoveWindow(DocumentWindow* window)
 {
     if (window == m_pWindow)
-    {
-        m_pColorRangeMenu->SetDocument(nullptr, nullptr);
-        m_pTool->SetCanvas(nullptr, nullptr);
-        m_pImageMenu->SetDocument(nullptr, nullptr);
-        m_pLayerMenu->SetDocument(nullptr);
-        m_pPrintMenu->SetDocument(nullptr);
-        m_pSelectMenu->SetDocument(nullptr, nullptr);
-        m_pNavigatorDock->SetView(nullptr);
-        m_pHistoryDock->SetDocument(nullptr);
-        disconnect(window->GetView(), nullptr, this, nullptr);
-        m_pWindow = nullptr;
-    }
+        SetWindow(nullptr);
     disconnect(window->GetDocument(), nullptr, this, nullptr);
     disconnect(window->GetDocument()->GetPixels(), nullptr, this, nullptr);
     m_pUndoGroup->removeStack(window->GetDocument()->GetUndoStack());

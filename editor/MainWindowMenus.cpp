@@ -88,6 +88,7 @@ void MainWindow::CreateTools()
     {
         connect(tool, &Tool::Message, this, &MainWindow::ShowStatus);
         connect(tool, &Tool::BarChanged, this, &MainWindow::OnBarChanged);
+        connect(tool, &Tool::CanCancelChanged, this, &MainWindow::OnCanUndoChanged);
     }
     m_pOptionBar = addToolBar(tr("Option Bar"));
     m_pOptionBar->setObjectName(QStringLiteral("OptionBar"));
@@ -196,7 +197,7 @@ void MainWindow::CreateEditMenu()
     auto* gradients =
         new GradientMenu(menu->addMenu(tr("&Gradients")), FindTool<GradientTool>(), m_pSettings, this);
     connect(gradients, &GradientMenu::Message, this, &MainWindow::ShowStatus);
-    connect(m_pUndoGroup, &QUndoGroup::canUndoChanged, m_pUndo, &QAction::setEnabled);
+    connect(m_pUndoGroup, &QUndoGroup::canUndoChanged, this, &MainWindow::OnCanUndoChanged);
     connect(m_pUndoGroup, &QUndoGroup::canRedoChanged, m_pRedo, &QAction::setEnabled);
     connect(m_pUndoGroup, &QUndoGroup::undoTextChanged, this, &MainWindow::OnUndoTextChanged);
     connect(m_pUndoGroup, &QUndoGroup::redoTextChanged, this, &MainWindow::OnRedoTextChanged);

@@ -1,8 +1,11 @@
 #include "NavigatorDock.h"
 
+#include <QEvent>
+
 #include <cmath>
 
 #include "NVNavigatorPanel.h"
+#include "NavigatorWidget.h"
 
 namespace
 {
@@ -18,6 +21,7 @@ NavigatorDock::NavigatorDock(QWidget* parent)
     // Enough for the shape of a histogram, where another panel takes what it can get.
     m_pPanel->setMinimumHeight(MinHeight);
     setWidget(m_pPanel);
+    m_pPanel->findChild<NavigatorWidget*>()->installEventFilter(this);
     connect(this, &QDockWidget::visibilityChanged, this, &NavigatorDock::OnVisibilityChanged);
     hide();
 }
@@ -36,6 +40,15 @@ void NavigatorDock::SetView(NVDocumentView* view)
     if (view)
         connect(view, &NVDocumentView::Moved, this, &NavigatorDock::OnMoved);
     Attach();
+}
+
+// A click into the overview moves the canvas and leaves the keyboard there: what is typed next belongs to a
+// text, and would choose tools otherwise.
+bool NavigatorDock::eventFilter(QObject* object, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonRelease && m_pView)
+        m_pView->setFocus();
+    return QDockWidget::eventFilter(object, event);
 }
 
 void NavigatorDock::OnVisibilityChanged(bool visible)

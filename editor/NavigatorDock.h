@@ -21,6 +21,8 @@ public:
     // null for none. The view is brought to a whole percentage when the panel is to be seen.
     void SetView(NVDocumentView* view);
 
+    bool eventFilter(QObject* object, QEvent* event) override;
+
 private Q_SLOTS:
     void OnVisibilityChanged(bool visible);
     void OnMoved(const CanvasPoint& point);

@@ -25,6 +25,7 @@ RefineDialog::RefineDialog(const QImage& mask, SelectionOutline* outline, QWidge
     m_pNote = new QLabel(Content());
     m_pNote->setObjectName(QStringLiteral("m_pNote"));
     m_pNote->setWordWrap(true);
+    m_pNote->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     form->addRow(m_pNote);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, Content());
     m_pOk = buttons->button(QDialogButtonBox::Ok);
@@ -106,5 +107,8 @@ NVSpinBox* RefineDialog::AddBox(QFormLayout* form, const QString& label, const Q
 
 void RefineDialog::ShowNote(const QString& text)
 {
+    // The buttons stay where they are when a shorter note follows.
+    if (m_pNote->isVisible())
+        m_pNote->setMinimumHeight(m_pNote->height());
     m_pNote->setText(text.isEmpty() ? tr("The line on the picture shows what will be selected.") : text);
 }

@@ -14,7 +14,6 @@ namespace
 
 const QLatin1String ShowFrameKey("move/showFrame");
 
-const int LargeNudge = 10;
 // Keys that come within it belong together.
 const int NudgePauseMs = 400;
 
@@ -26,24 +25,6 @@ QPoint WayOf(const QPointF& from, const QPointF& to, bool regular)
     const FreeTransform start(QRectF(0, 0, 2, 2));
     const FreeTransform end = start.Dragged(FreeTransform::Inside, from, to, constraint);
     return (end.GetPosition() - start.GetPosition()).toPoint();
-}
-
-// Null for a key that is no arrow.
-QPoint WayOf(int key)
-{
-    switch (key)
-    {
-    case Qt::Key_Left:
-        return QPoint(-1, 0);
-    case Qt::Key_Right:
-        return QPoint(1, 0);
-    case Qt::Key_Up:
-        return QPoint(0, -1);
-    case Qt::Key_Down:
-        return QPoint(0, 1);
-    default:
-        return QPoint();
-    }
 }
 
 void DrawDashes(QPainter& painter, const QRect& rect)
@@ -174,12 +155,10 @@ bool MoveTool::eventFilter(QObject* object, QEvent* event)
 {
     if (event->type() != QEvent::KeyPress || !IsActive() || object != GetView())
         return ContentTool::eventFilter(object, event);
-    const auto* key = static_cast<const QKeyEvent*>(event);
-    const Qt::KeyboardModifiers modifiers = key->modifiers() & ~Qt::KeypadModifier;
-    const QPoint way = WayOf(key->key());
-    if (way.isNull() || (modifiers != Qt::NoModifier && modifiers != Qt::ShiftModifier))
+    const QPoint way = WayOfArrow(*static_cast<const QKeyEvent*>(event));
+    if (way.isNull())
         return ContentTool::eventFilter(object, event);
-    Nudge(modifiers == Qt::ShiftModifier ? way * LargeNudge : way);
+    Nudge(way);
     return true;
 }
 

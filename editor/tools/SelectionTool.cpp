@@ -1,6 +1,7 @@
 #include "SelectionTool.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSettings>
@@ -10,7 +11,6 @@
 
 #include "Document.h"
 #include "KXDocumentInterface.h"
-#include "KXShortcut.h"
 #include "NVSelectionToolbar.h"
 #include "SelectCommand.h"
 #include "SelectionBar.h"
@@ -28,14 +28,8 @@ const QString AutoscrollName = QStringLiteral("autoscroll");
 const int ScrollMs = 30;
 // The part of the pointer's way out of the view that is scrolled each time.
 const double ScrollShare = 0.2;
-const int FarNudge = 10;
 // Nudges in a row are one step.
 const int NudgeNumber = 1;
-
-// In the order of the arrow keys below.
-const QPoint Ways[] = {{-1, 0}, {1, 0}, {0, -1}, {0, 1}};
-const int ArrowKeys[] = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down};
-const int WayCount = 4;
 
 NVSelectionToolbar::KeyModifiers ToFlags(Qt::KeyboardModifiers modifiers)
 {
@@ -100,7 +94,10 @@ bool SelectionTool::Cancel()
 {
     if (m_act == NoAct)
         return false;
+    const bool hasToldSize = m_act == Drawing;
     EndDrag(false);
+    if (hasToldSize)
+        Q_EMIT Message(QString());
     return true;
 }
 
@@ -142,39 +139,33 @@ void SelectionTool::UpdateBarTheme(QWidget* bar)
     UpdateSelectionButtons(bar);
 }
 
-void SelectionTool::CanvasChanged()
+// The arrow keys are the canvas's own: boxes and lists elsewhere keep theirs. Without a selection they
+// scroll.
+bool SelectionTool::eventFilter(QObject* object, QEvent* event)
 {
-    if (m_pWatched)
-        disconnect(m_pWatched, nullptr, this, nullptr);
-    m_pWatched = GetDocument() ? GetDocument()->GetPixels() : nullptr;
-    if (m_pWatched)
-        connect(m_pWatched, &KXDocumentInterface::SelectionChanged, this, &SelectionTool::OnSelectionChanged);
-    OnSelectionChanged();
+    const bool isKey = event->type() == QEvent::KeyPress && IsActive() && object == GetView() &&
+        GetDocument() && !GetDocument()->GetPixels()->GetSelectionMask().isNull();
+    const QPoint way = isKey ? WayOfArrow(*static_cast<const QKeyEvent*>(event)) : QPoint();
+    if (way.isNull())
+        return Tool::eventFilter(object, event);
+    Nudge(way);
+    return true;
 }
 
 void SelectionTool::CreateShortcuts()
 {
-    for (int i = 0; i < 2 * WayCount; ++i)
-    {
-        auto* arrow = new KXShortcut(GetBar(), QKeySequence());
-        connect(arrow, &KXShortcut::Activated, this, &SelectionTool::OnArrowKey);
-        m_arrows += arrow;
-    }
     m_keys.SetOn(true);
-    OnSelectionChanged();
 }
 
 void SelectionTool::ReleaseShortcuts()
 {
     m_keys.SetOn(false);
-    for (const QPointer<KXShortcut>& arrow : qAsConst(m_arrows))
-        delete arrow;
-    m_arrows.clear();
 }
 
 void SelectionTool::Equip(NVDocumentView* view)
 {
     view->SetToolCursor(Qt::CrossCursor);
+    view->installEventFilter(this);
     view->SetOverlay([this](QPainter& painter) { DrawShape(painter); });
 }
 
@@ -220,25 +211,6 @@ void SelectionTool::OnHeldKeys(Qt::KeyboardModifiers modifiers)
     }
     m_usedKeys &= modifiers;
     UpdateDrag();
-}
-
-// Without a selection the arrow keys are the canvas's own.
-void SelectionTool::OnSelectionChanged()
-{
-    const bool isLive = m_pWatched && !m_pWatched->GetSelectionMask().isNull();
-    for (int i = 0; i < m_arrows.size(); ++i)
-    {
-        const int key = ArrowKeys[i % WayCount] + (i < WayCount ? 0 : int(Qt::SHIFT));
-        if (m_arrows.at(i))
-            m_arrows.at(i)->SetKey(isLive ? QKeySequence(key) : QKeySequence());
-    }
-}
-
-void SelectionTool::OnArrowKey()
-{
-    const int index = m_arrows.indexOf(static_cast<KXShortcut*>(sender()));
-    if (index >= 0)
-        Nudge(Ways[index % WayCount] * (index < WayCount ? 1 : FarNudge));
 }
 
 void SelectionTool::OnScroll()

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QList>
 #include <QPointF>
-#include <QPointer>
 #include <QRect>
 #include <QTimer>
 
@@ -10,8 +8,6 @@
 #include "SelectionShape.h"
 #include "Tool.h"
 
-class KXDocumentInterface;
-class KXShortcut;
 class NVSelectionToolbar;
 class QSettings;
 
@@ -43,7 +39,7 @@ public:
 protected:
     QWidget* CreateBar() override;
     void UpdateBarTheme(QWidget* bar) override;
-    void CanvasChanged() override;
+    bool eventFilter(QObject* object, QEvent* event) override;
     void CreateShortcuts() override;
     void ReleaseShortcuts() override;
     void Equip(NVDocumentView* view) override;
@@ -53,8 +49,6 @@ protected:
 
 private Q_SLOTS:
     void OnHeldKeys(Qt::KeyboardModifiers modifiers);
-    void OnSelectionChanged();
-    void OnArrowKey();
     void OnScroll();
 
 private:
@@ -83,8 +77,6 @@ private:
     const SelectionShape::Kind m_kind;
     QSettings* m_pSettings;
     HeldKeys m_keys;
-    QList<QPointer<KXShortcut>> m_arrows;
-    QPointer<KXDocumentInterface> m_pWatched;
     QTimer m_scroll;
 
     Act m_act = NoAct;

@@ -147,7 +147,7 @@ bool TextTool::Cancel()
     if (GetDocument())
         RestoreLayer();
     EndEdit();
-    Q_EMIT Message(tr("The text was taken back."));
+    Q_EMIT Message(m_isNew ? tr("The text was taken back.") : tr("The text is as it was before."));
     return true;
 }
 

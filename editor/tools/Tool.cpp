@@ -1,12 +1,24 @@
 #include "Tool.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPixmap>
+
+#include <iterator>
 
 #include "Document.h"
 #include "KXDocumentInterface.h"
 #include "KXShortcut.h"
 #include "NVStringHelper.h"
+
+namespace
+{
+
+const int FarNudge = 10;
+
+const int HeldWithEscape[] = {0, Qt::SHIFT, Qt::ALT, Qt::SHIFT + Qt::ALT, Qt::CTRL, Qt::CTRL + Qt::SHIFT};
+
+} // namespace
 
 Tool::Tool(QObject* parent) : QObject(parent) { }
 
@@ -50,8 +62,12 @@ void Tool::Activate()
     // Made before the tool counts as the current one, which acts on its bar.
     QWidget* bar = GetBar();
     m_isActive = true;
-    m_pEscape = new KXShortcut(bar, QKeySequence());
-    connect(m_pEscape, &KXShortcut::Activated, this, &Tool::OnEscapeKey);
+    for (int i = 0; i < int(std::size(HeldWithEscape)); ++i)
+    {
+        auto* escape = new KXShortcut(bar, QKeySequence());
+        connect(escape, &KXShortcut::Activated, this, &Tool::OnEscapeKey);
+        m_escapes += escape;
+    }
     CreateShortcuts();
     Attach();
 }
@@ -64,7 +80,10 @@ void Tool::Deactivate()
     Detach();
     StoreValues();
     ReleaseShortcuts();
-    delete m_pEscape;
+    SetEscapeLive(false);
+    for (const QPointer<KXShortcut>& escape : qAsConst(m_escapes))
+        delete escape;
+    m_escapes.clear();
     m_isActive = false;
 }
 
@@ -80,6 +99,11 @@ void Tool::SetCanvas(NVDocumentView* view, Document* document)
     CanvasChanged();
     if (m_isActive)
         Attach();
+}
+
+bool Tool::CanCancel() const
+{
+    return m_canCancel;
 }
 
 bool Tool::Cancel()
@@ -158,10 +182,38 @@ void Tool::SetBarPicture(QWidget* bar, const QString& label, const QString& pict
         shown->setPixmap(QPixmap(NVStringHelper::DPIAdjustImageName(name)));
 }
 
+QPoint Tool::WayOfArrow(const QKeyEvent& key)
+{
+    const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
+    if (modifiers != Qt::NoModifier && modifiers != Qt::ShiftModifier)
+        return QPoint();
+    const int step = modifiers == Qt::ShiftModifier ? FarNudge : 1;
+    switch (key.key())
+    {
+    case Qt::Key_Left:
+        return QPoint(-step, 0);
+    case Qt::Key_Right:
+        return QPoint(step, 0);
+    case Qt::Key_Up:
+        return QPoint(0, -step);
+    case Qt::Key_Down:
+        return QPoint(0, step);
+    default:
+        return QPoint();
+    }
+}
+
 void Tool::SetEscapeLive(bool live)
 {
-    if (m_pEscape)
-        m_pEscape->SetKey(live ? QKeySequence(Qt::Key_Escape) : QKeySequence());
+    if (live == m_canCancel || m_escapes.isEmpty())
+        return;
+    m_canCancel = live;
+    for (int i = 0; i < m_escapes.size(); ++i)
+    {
+        if (m_escapes.at(i))
+            m_escapes.at(i)->SetKey(live ? QKeySequence(Qt::Key_Escape + HeldWithEscape[i]) : QKeySequence());
+    }
+    Q_EMIT CanCancelChanged(live);
 }
 
 void Tool::OnPressed(const CanvasPoint& point)

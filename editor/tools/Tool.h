@@ -10,6 +10,7 @@
 
 class Document;
 class KXShortcut;
+class QKeyEvent;
 class QWidget;
 
 // A tool of the tool box. It owns its option bar, which is made at the first use, and while it is the current
@@ -42,6 +43,8 @@ public:
     // end first.
     void SetCanvas(NVDocumentView* view, Document* document);
 
+    // Whether something is under way that Cancel takes back. Only ever true for the current tool.
+    bool CanCancel() const;
     // Takes back what is under way; true if there was something.
     virtual bool Cancel();
     // Brings what is under way to its regular end at once.
@@ -56,6 +59,7 @@ Q_SIGNALS:
     void Message(const QString& text);
     // GetBar() gives another one from now on.
     void BarChanged(QWidget* bar);
+    void CanCancelChanged(bool canCancel);
 
 protected:
     virtual QWidget* CreateBar() = 0;
@@ -81,7 +85,9 @@ protected:
     void ChangeBar(QWidget* bar);
     // Shows the picture, named without "theme:" and suffix, on the label of a bar.
     static void SetBarPicture(QWidget* bar, const QString& label, const QString& picture);
-    // Escape takes back what is under way as long as it is on.
+    // How far an arrow key moves what a tool has: a pixel, with Shift ten. Null for any other key.
+    static QPoint WayOfArrow(const QKeyEvent& key);
+    // Escape takes back what is under way as long as it is on, also while keys are held that change a drag.
     void SetEscapeLive(bool live);
 
 private Q_SLOTS:
@@ -99,8 +105,10 @@ private:
     // The one on show, and all that there are.
     QPointer<QWidget> m_pBar;
     QList<QPointer<QWidget>> m_bars;
-    // Lives while the tool is the current one, and has its key while something is under way.
-    QPointer<KXShortcut> m_pEscape;
+    // Live while the tool is the current one, and have their keys while something is under way. One for each
+    // set of keys held.
+    QList<QPointer<KXShortcut>> m_escapes;
+    bool m_canCancel = false;
     QPointer<NVDocumentView> m_pView;
     QPointer<Document> m_pDocument;
     bool m_isActive = false;

@@ -15,4 +15,10 @@ public:
 
     // The top-level window of the application's area, the parent for dialogs. Null while there is no area.
     static QWidget* MainWindow();
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void UpdateGround();
 };

@@ -1,5 +1,6 @@
 #include "KXMdiArea.h"
 
+#include <QEvent>
 #include <QVector>
 
 namespace
@@ -22,6 +23,7 @@ KXMdiArea::KXMdiArea(QWidget* parent) : QMdiArea(parent)
     setDocumentMode(true);
     setTabsClosable(true);
     setTabsMovable(true);
+    UpdateGround();
 }
 
 KXMdiArea::~KXMdiArea()
@@ -32,4 +34,17 @@ KXMdiArea::~KXMdiArea()
 QWidget* KXMdiArea::MainWindow()
 {
     return areas().isEmpty() ? nullptr : areas().last()->window();
+}
+
+void KXMdiArea::changeEvent(QEvent* event)
+{
+    QMdiArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        UpdateGround();
+}
+
+// That around the picture of a view. The toolkit's own is a grey of its own in every theme.
+void KXMdiArea::UpdateGround()
+{
+    setBackground(palette().color(QPalette::Dark));
 }

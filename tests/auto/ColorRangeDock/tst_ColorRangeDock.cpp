@@ -359,6 +359,27 @@ private Q_SLOTS:
         QCOMPARE(log.Count("Closed"), 0);
     }
 
+    void enterOnTheCanvasAccepts_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::newRow("return") << int(Qt::Key_Return);
+        QTest::newRow("enter of the number pad") << int(Qt::Key_Enter);
+    }
+    void enterOnTheCanvasAccepts()
+    {
+        QFETCH(int, key);
+        open();
+        click(150, 50);
+        SignalLog log(m_dock);
+
+        QTest::keyClick(m_view, Qt::Key(key));
+
+        QVERIFY(!m_dock->IsOpen());
+        QVERIFY(!m_dock->isVisible());
+        QCOMPARE(log.Count("Accepted"), 1);
+        QCOMPARE(log.Count("Closed"), 1);
+    }
+
     void thePreviewIsSharpOnADenseScreen()
     {
         if (!IsOnDenseScreen())

@@ -18,6 +18,7 @@ private Q_SLOTS:
     void theNewestLivingAreaCounts();
     void itFollowsAnAreaIntoAWindow();
     void documentsStandInClosableTabs();
+    void theEmptyAreaFollowsThePalette();
 };
 
 void tst_KXMdiArea::thereIsNoMainWindowWithoutAnArea()
@@ -84,6 +85,20 @@ void tst_KXMdiArea::documentsStandInClosableTabs()
     QCOMPARE(area->activeSubWindow(), first);
     Q_EMIT tabs->tabCloseRequested(0);
     QTRY_COMPARE(area->subWindowList(), QList<QMdiSubWindow*>({second}));
+}
+
+void tst_KXMdiArea::theEmptyAreaFollowsThePalette()
+{
+    KXMdiArea area;
+    area.resize(100, 80);
+    for (const QColor& ground : {QColor(40, 44, 48), QColor(200, 202, 204)})
+    {
+        QPalette palette = area.palette();
+        palette.setColor(QPalette::Dark, ground);
+        area.setPalette(palette);
+
+        QCOMPARE(area.grab().toImage().pixelColor(50, 40), ground);
+    }
 }
 
 NV_TEST_MAIN(tst_KXMdiArea)

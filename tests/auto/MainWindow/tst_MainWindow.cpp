@@ -18,10 +18,12 @@
 #include <QMdiArea>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QSettings>
 #include <QSpinBox>
 #include <QStatusBar>
 #include <QTabBar>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QToolBar>
 #include <QToolButton>
@@ -36,6 +38,7 @@
 #include "ColorRangeDock.h"
 #include "ColorSamplerTool.h"
 #include "ColorSamples.h"
+#include "CropTool.h"
 #include "Document.h"
 #include "DocumentFile.h"
 #include "DocumentWindow.h"
@@ -57,6 +60,7 @@
 #include "NVSelectColorRange.h"
 #include "NVZoomPanel.h"
 #include "NavigatorDock.h"
+#include "NavigatorWidget.h"
 #include "OptionArea.h"
 #include "RecentFiles.h"
 #include "SamplePicture.h"
@@ -65,7 +69,9 @@
 #include "SignalLog.h"
 #include "SpotHealingTool.h"
 #include "TestMain.h"
+#include "TextTool.h"
 #include "ToolBox.h"
+#include "TransformTool.h"
 
 namespace
 {
@@ -332,6 +338,44 @@ private Q_SLOTS:
         QCOMPARE(m_window->windowTitle(), QString("Norvane"));
     }
 
+    void theLastPictureLeavesNothingInPanelsAndStatusBar()
+    {
+        m_window->OpenImage(Picture(), "One");
+        ColorSamples::Of(m_window->GetDocument())->Add(QPoint(10, 10));
+        QAbstractItemModel* samples = m_window->findChild<QListView*>("m_pSamples")->model();
+        QCOMPARE(samples->rowCount(), 1);
+        QWidget* canvas = m_window->GetView()->viewport();
+        QTest::mouseMove(canvas, canvas->rect().center());
+        QTest::mouseMove(canvas, canvas->rect().center() + QPoint(1, 0));
+        QTRY_VERIFY(!shownAs("Pointer position").isEmpty());
+
+        action("Close")->trigger();
+
+        for (const char* name : {"Pointer position", "Current layer", "Picture size", "Zoom"})
+            QVERIFY2(shownAs(name).isEmpty(), name);
+        QCOMPARE(samples->rowCount(), 0);
+    }
+
+    void aTextGoesOnAfterAClickIntoTheOverview()
+    {
+        m_window->OpenImage(Picture(), "One");
+        auto* dock = m_window->findChild<NavigatorDock*>();
+        dock->show();
+        dock->findChild<QTabWidget*>()->setCurrentIndex(0);
+        QCoreApplication::processEvents();
+        auto* text = m_window->findChild<TextTool*>();
+        m_window->ChooseTool(text);
+        QWidget* canvas = m_window->GetView()->viewport();
+        QTest::mouseClick(canvas, Qt::LeftButton, Qt::NoModifier, canvas->rect().center());
+        QVERIFY(text->IsEditing());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_A);
+
+        QTest::mouseClick(dock->findChild<NavigatorWidget*>(), Qt::LeftButton);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_B);
+
+        QCOMPARE(text->GetText().text, QString("ab"));
+    }
+
     void anUnsavedPictureAsksBeforeItCloses_data()
     {
         QTest::addColumn<QString>("answer");
@@ -493,6 +537,38 @@ private Q_SLOTS:
         QCOMPARE(m_window->GetDocument()->GetPixels()->GetComposition(), painted);
         QCOMPARE(m_window->GetDocument()->GetUndoStack()->index(), 1);
         QTest::mouseRelease(m_window->GetView()->viewport(), Qt::LeftButton);
+    }
+
+    void undoTakesBackWhatIsUnderWayBeforeTheFirstStep()
+    {
+        m_window->OpenImage(Picture(), "One");
+        m_window->ChooseTool(m_window->findChild<CropTool*>());
+        QVERIFY(!action("Undo")->isEnabled());
+        drag();
+        QVERIFY(m_window->findChild<CropTool*>()->HasFrame());
+
+        QTest::keyClick(m_window->GetView(), Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(!m_window->findChild<CropTool*>()->HasFrame());
+        QVERIFY(!action("Undo")->isEnabled());
+
+        m_window->ChooseTool(m_window->findChild<TransformTool*>());
+        drag();
+        QVERIFY(m_window->findChild<TransformTool*>()->IsPending());
+        QTest::keyClick(m_window->GetView(), Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(!m_window->findChild<TransformTool*>()->IsPending());
+        QVERIFY(!action("Undo")->isEnabled());
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->count(), 0);
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetComposition(), Picture());
+    }
+
+    void anotherToolLeavesNothingToUndo()
+    {
+        m_window->OpenImage(Picture(), "One");
+        m_window->ChooseTool(m_window->findChild<CropTool*>());
+        drag();
+        QVERIFY(action("Undo")->isEnabled());
+        m_window->ChooseTool(m_window->GetBrushTool());
+        QVERIFY(!action("Undo")->isEnabled());
     }
 
     void clearLayerIsAStep()
@@ -1406,6 +1482,17 @@ private:
 
     QString write(const QString& name) { return Picture().save(path(name)) ? path(name) : QString(); }
 
+    // Of a label in the status bar.
+    QString shownAs(const QString& accessibleName) const
+    {
+        for (const QLabel* label : m_window->statusBar()->findChildren<QLabel*>())
+        {
+            if (label->accessibleName() == accessibleName)
+                return label->text();
+        }
+        return QStringLiteral("no such label");
+    }
+
     void writeText(const QString& name)
     {
         QFile file(path(name));
@@ -1471,6 +1558,19 @@ private:
         QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier,
                             view->MapFromDocument(QPointF(150, 50)).toPoint());
         QTRY_VERIFY(!m_window->GetBrushTool()->IsStrokeRunning());
+    }
+
+    // As far as a tool that wants more than a click.
+    void drag()
+    {
+        QWidget* canvas = m_window->GetView()->viewport();
+        const QPoint start = m_window->GetView()->MapFromDocument(QPointF(50, 50)).toPoint();
+        const QPoint end = m_window->GetView()->MapFromDocument(QPointF(150, 80)).toPoint();
+        QTest::mousePress(canvas, Qt::LeftButton, Qt::NoModifier, start);
+        QMouseEvent move(QEvent::MouseMove, end, canvas->mapToGlobal(end), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(canvas, &move);
+        QTest::mouseRelease(canvas, Qt::LeftButton, Qt::NoModifier, end);
     }
 
     void startHealing()

@@ -3,6 +3,7 @@
 
 #include "RefineDialog.h"
 
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -179,6 +180,23 @@ private Q_SLOTS:
         dialog.findChild<QSpinBox*>("m_pShrink")->setValue(20);
         QTRY_VERIFY(ok->isEnabled());
         QCOMPARE(note->text(), plain);
+    }
+
+    void theButtonsStayWhereTheyAreWhateverIsSaid()
+    {
+        RefineDialog dialog(Square(), nullptr);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        const QWidget* buttons = dialog.findChild<QDialogButtonBox*>();
+        const QString before = dialog.findChild<QLabel*>("m_pNote")->text();
+        const QPoint place = buttons->mapTo(&dialog, QPoint());
+
+        Type(&dialog, "m_pShrink", "90");
+        QTRY_VERIFY(!dialog.IsWorking());
+        QCoreApplication::processEvents();
+
+        QVERIFY(dialog.findChild<QLabel*>("m_pNote")->text().length() < before.length());
+        QCOMPARE(buttons->mapTo(&dialog, QPoint()), place);
     }
 
     void onlyTheLastNumberCounts()

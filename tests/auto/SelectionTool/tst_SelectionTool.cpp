@@ -499,6 +499,80 @@ private Q_SLOTS:
         QCOMPARE(host.bounds(), QRect(11, 11, 80, 80));
     }
 
+    void escapeEndsADragWhateverIsHeld_data()
+    {
+        QTest::addColumn<Qt::KeyboardModifiers>("held");
+        QTest::newRow("nothing") << Qt::KeyboardModifiers(Qt::NoModifier);
+        QTest::newRow("Shift") << Qt::KeyboardModifiers(Qt::ShiftModifier);
+        QTest::newRow("Alt") << Qt::KeyboardModifiers(Qt::AltModifier);
+        QTest::newRow("both") << (Qt::ShiftModifier | Qt::AltModifier);
+        QTest::newRow("Ctrl") << Qt::KeyboardModifiers(Qt::ControlModifier);
+    }
+    void escapeEndsADragWhateverIsHeld()
+    {
+        QFETCH(Qt::KeyboardModifiers, held);
+        Host host(settings());
+        host.select(QRect(20, 20, 80, 80));
+        QSignalSpy messages(host.tool.get(), &Tool::Message);
+        host.press(120, 120, held);
+        host.moveWith(150, 150, held);
+        QVERIFY(host.tool->CanCancel());
+        QVERIFY(!messages.isEmpty());
+
+        host.key(Qt::Key_Escape, held);
+
+        QVERIFY(!host.tool->IsDragging());
+        QVERIFY(!host.tool->CanCancel());
+        QCOMPARE(messages.last().at(0).toString(), QString());
+        host.release(150, 150);
+        QCOMPARE(host.bounds(), QRect(20, 20, 80, 80));
+        QCOMPARE(host.steps()->count(), 0);
+    }
+
+    void whatCanBeCancelledIsToldOnce()
+    {
+        Host host(settings());
+        QSignalSpy changes(host.tool.get(), &Tool::CanCancelChanged);
+        QVERIFY(!host.tool->CanCancel());
+        host.press(20, 20);
+        host.move(60, 60);
+        host.move(90, 90);
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(changes.at(0).at(0).toBool(), true);
+        host.tool->Deactivate();
+        QCOMPARE(changes.count(), 2);
+        QCOMPARE(changes.at(1).at(0).toBool(), false);
+        QVERIFY(!host.tool->CanCancel());
+        host.tool->Activate();
+        QCOMPARE(changes.count(), 2);
+    }
+
+    void arrowKeysInANumberBoxStayThere()
+    {
+        Host host(settings());
+        host.select(QRect(20, 20, 80, 80));
+        auto* radius = host.bar()->findChild<QSpinBox*>("m_pRadius");
+        radius->setFocus();
+        QTest::keyClick(radius, Qt::Key_Up);
+        QTest::keyClick(radius, Qt::Key_Up);
+        QTest::keyClick(radius, Qt::Key_Down);
+        QTest::keyClick(radius, Qt::Key_Left);
+        QCOMPARE(radius->value(), 1);
+        QCOMPARE(host.bounds(), QRect(20, 20, 80, 80));
+        QCOMPARE(host.steps()->count(), 0);
+    }
+
+    void arrowKeysWithOtherKeysHeldMoveNothing()
+    {
+        Host host(settings());
+        host.select(QRect(20, 20, 80, 80));
+        host.key(Qt::Key_Right, Qt::ControlModifier);
+        host.key(Qt::Key_Right, Qt::AltModifier);
+        QCOMPARE(host.bounds(), QRect(20, 20, 80, 80));
+        host.key(Qt::Key_Right, Qt::KeypadModifier);
+        QCOMPARE(host.bounds(), QRect(21, 20, 80, 80));
+    }
+
     void withoutASelectionArrowKeysScroll()
     {
         Host host(settings());

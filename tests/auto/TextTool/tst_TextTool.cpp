@@ -12,6 +12,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QShortcut>
+#include <QSignalSpy>
 
 #include "LayerCommand.h"
 #include "ModalDriver.h"
@@ -193,6 +194,33 @@ private Q_SLOTS:
         QCOMPARE(fired, 0);
         host.commit();
         host.type("b");
+        QCOMPARE(fired, 1);
+    }
+
+    void keysThatDeleteMoreThanALetterReachNoShortcut_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QString>("left");
+        QTest::newRow("next word") << int(Qt::CTRL | Qt::Key_Delete) << "one three";
+        QTest::newRow("word before") << int(Qt::CTRL | Qt::Key_Backspace) << "two three";
+    }
+
+    // Ctrl+Delete empties the layer while no text is open.
+    void keysThatDeleteMoreThanALetterReachNoShortcut()
+    {
+        QFETCH(int, key);
+        Host host(settings());
+        int fired = 0;
+        auto* shortcut = new QShortcut(QKeySequence(key), &host.window);
+        connect(shortcut, &QShortcut::activated, this, [&fired] { ++fired; });
+        host.write("one two three");
+        host.key(Qt::Key_Home);
+        host.key(Qt::Key_Right, Qt::ControlModifier);
+        host.key(Qt::Key(key & ~Qt::KeyboardModifierMask), Qt::ControlModifier);
+        QTEST(host.tool->GetText().text, "left");
+        QCOMPARE(fired, 0);
+        host.commit();
+        host.key(Qt::Key(key & ~Qt::KeyboardModifierMask), Qt::ControlModifier);
         QCOMPARE(fired, 1);
     }
 
@@ -414,12 +442,14 @@ private Q_SLOTS:
         Host host(settings());
         const QImage before = host.shown();
         host.write("Hallo");
+        QSignalSpy said(host.tool.get(), &Tool::Message);
         if (way == "escape")
             host.key(Qt::Key_Escape);
         else if (way == "button")
             QTest::mouseClick(host.button("m_pCancel"), Qt::LeftButton);
         else
             QVERIFY(host.tool->Cancel());
+        QCOMPARE(said.last().first().toString(), QString("The text was taken back."));
         QVERIFY(host.isClosed());
         QVERIFY(!host.tool->Cancel());
         QCOMPARE(host.steps()->count(), 0);
@@ -487,7 +517,9 @@ private Q_SLOTS:
         host.type("more");
         host.bar()->SetFontSize(100);
         QVERIFY(host.shown() != before);
+        QSignalSpy said(host.tool.get(), &Tool::Message);
         host.key(Qt::Key_Escape);
+        QCOMPARE(said.last().first().toString(), QString("The text is as it was before."));
         QVERIFY(host.isClosed());
         QVERIFY(host.shown() == before);
         QCOMPARE(host.steps()->count(), 1);

@@ -459,7 +459,9 @@ private Q_SLOTS:
         QCOMPARE(live(), QStringList());
 
         host.pull(QPointF(120, 80), QPointF(150, 60));
-        QCOMPARE(live(), QStringList({"Enter", "Esc", "Return"}));
+        QCOMPARE(live(),
+                 QStringList({"Alt+Esc", "Alt+Shift+Esc", "Ctrl+Esc", "Ctrl+Shift+Esc", "Enter", "Esc",
+                              "Return", "Shift+Esc"}));
         host.tool->Commit();
         QCOMPARE(live(), QStringList());
     }
