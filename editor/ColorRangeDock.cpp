@@ -134,12 +134,13 @@ void ColorRangeDock::Cancel()
 
 bool ColorRangeDock::eventFilter(QObject* object, QEvent* event)
 {
-    if (object == m_pView && event->type() == QEvent::KeyPress && IsDialogKey(static_cast<QKeyEvent*>(event)))
+    // The kind comes first: while it is destroyed, the view is no view any more.
+    if (event->type() == QEvent::KeyPress && object == m_pView && IsDialogKey(static_cast<QKeyEvent*>(event)))
     {
         QCoreApplication::sendEvent(m_pPanel, event);
         return true;
     }
-    if (object != m_pView && event->type() == QEvent::Resize)
+    if (event->type() == QEvent::Resize && object != m_pView)
         OnChanged();
     return QDockWidget::eventFilter(object, event);
 }

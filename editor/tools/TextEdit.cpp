@@ -204,9 +204,12 @@ void TextEdit::TakeFocus()
 
 bool TextEdit::eventFilter(QObject* object, QEvent* event)
 {
-    if (object != m_pView || !m_pItem)
-        return QObject::eventFilter(object, event);
+    // The kind comes first: while it is destroyed, the view is no view any more.
     const QEvent::Type type = event->type();
+    const bool isKey =
+        type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::ShortcutOverride;
+    if ((!isKey && type != QEvent::InputMethod) || object != m_pView || !m_pItem)
+        return QObject::eventFilter(object, event);
     if (type == QEvent::InputMethod)
     {
         QCoreApplication::sendEvent(m_pView->scene(), event);
@@ -214,8 +217,6 @@ bool TextEdit::eventFilter(QObject* object, QEvent* event)
         OnContentsChanged();
         return true;
     }
-    if (type != QEvent::KeyPress && type != QEvent::KeyRelease && type != QEvent::ShortcutOverride)
-        return false;
     // Cursor and selection may be others after it.
     m_pView->UpdateOverlay(m_pView->viewport()->rect());
     return TakeKey(event);

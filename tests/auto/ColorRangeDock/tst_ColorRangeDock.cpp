@@ -19,6 +19,9 @@
 namespace
 {
 
+// The sanitizers make a preview slow.
+const int PatienceMs = 60000;
+
 // Thirds of red, green and blue; below them a strip of nothing.
 QImage Thirds(const QSize& size = QSize(300, 200))
 {
@@ -176,31 +179,31 @@ private Q_SLOTS:
     void thePreviewShowsWhatComesOut()
     {
         open();
-        QTRY_VERIFY(!m_dock->IsComputing());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_dock->IsComputing(), PatienceMs);
         QVERIFY(preview().size().isValid());
         QCOMPARE(shown(0.5, 0.5), QColor(Qt::black));
         click(150, 50);
-        QTRY_COMPARE(shown(0.5, 0.5), QColor(Qt::white));
+        QTRY_COMPARE_WITH_TIMEOUT(shown(0.5, 0.5), QColor(Qt::white), PatienceMs);
         QCOMPARE(shown(0.1, 0.5), QColor(Qt::black));
 
         click(50, 50);
-        QTRY_COMPARE(shown(0.1, 0.5), QColor(Qt::white));
+        QTRY_COMPARE_WITH_TIMEOUT(shown(0.1, 0.5), QColor(Qt::white), PatienceMs);
         click(50, 50, Qt::AltModifier);
-        QTRY_COMPARE(shown(0.1, 0.5), QColor(Qt::black));
+        QTRY_COMPARE_WITH_TIMEOUT(shown(0.1, 0.5), QColor(Qt::black), PatienceMs);
     }
 
     void thePreviewFitsItsPlace()
     {
         open();
         click(150, 50);
-        QTRY_VERIFY(!m_dock->IsComputing());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_dock->IsComputing(), PatienceMs);
         QCOMPARE(preview().width(), panel()->GetPreviewSize().width());
         SignalLog log(m_dock);
 
         m_window->resizeDocks({m_dock}, {600}, Qt::Horizontal);
 
         QTRY_VERIFY(log.Count("PreviewShown") > 0);
-        QTRY_VERIFY(!m_dock->IsComputing());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_dock->IsComputing(), PatienceMs);
         QCOMPARE(preview().width(), panel()->GetPreviewSize().width());
         QVERIFY(preview().width() > 500);
     }
@@ -216,7 +219,7 @@ private Q_SLOTS:
         QFETCH(QString, change);
         open();
         click(150, 50);
-        QTRY_VERIFY(!m_dock->IsComputing());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_dock->IsComputing(), PatienceMs);
         SignalLog log(m_dock);
         KXDocumentInterface* pixels = m_document->GetPixels();
 
@@ -241,7 +244,7 @@ private Q_SLOTS:
             pixels->ReplaceImages({PlainPicture(Qt::green, QSize(10, 10))}, QImage());
 
         QTRY_VERIFY(log.Count("PreviewShown") > 0);
-        QTRY_VERIFY(!m_dock->IsComputing());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_dock->IsComputing(), PatienceMs);
         if (change == "picture" || change == "size")
             QCOMPARE(shown(0.1, 0.5), QColor(Qt::white));
     }
@@ -249,7 +252,7 @@ private Q_SLOTS:
     void aChangeRestartsTheWork()
     {
         open();
-        QTRY_VERIFY(!m_dock->IsComputing());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_dock->IsComputing(), PatienceMs);
         SignalLog log(m_dock);
         {
             BusyThreads threads;
@@ -258,7 +261,7 @@ private Q_SLOTS:
             QVERIFY(m_dock->IsComputing());
             QCOMPARE(log.Count("PreviewShown"), 0);
         }
-        QTRY_VERIFY(!m_dock->IsComputing());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_dock->IsComputing(), PatienceMs);
 
         QCOMPARE(log.Count("PreviewShown"), 1);
     }
@@ -273,7 +276,7 @@ private Q_SLOTS:
 
         QVERIFY(m_dock->IsComputing());
         threads.Open();
-        QTRY_VERIFY(!m_dock->IsComputing());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_dock->IsComputing(), PatienceMs);
     }
 
     void okEndsItAndTellsWithTheValues()
@@ -386,7 +389,7 @@ private Q_SLOTS:
             return;
         open();
         click(150, 50);
-        QTRY_VERIFY(!m_dock->IsComputing());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_dock->IsComputing(), PatienceMs);
 
         QCOMPARE(preview().devicePixelRatio(), 2.0);
         QCOMPARE(preview().width(), 2 * panel()->GetPreviewSize().width());
@@ -400,7 +403,7 @@ private Q_SLOTS:
         open();
 
         QCOMPARE(panel()->GetSourceColors(), QList<QColor>({Qt::green}));
-        QTRY_COMPARE(shown(0.5, 0.5), QColor(Qt::white));
+        QTRY_COMPARE_WITH_TIMEOUT(shown(0.5, 0.5), QColor(Qt::white), PatienceMs);
     }
 
     void anotherCanvasIsTakenOver()
