@@ -226,7 +226,7 @@ bool MainWindow::eventFilter(QObject* object, QEvent* event)
 void MainWindow::OnUndo()
 {
     // A stroke under way is the step that is taken back.
-    if (!m_pTool->Cancel())
+    if (!m_pTool->Undo())
         m_pUndoGroup->undo();
 }
 

@@ -194,6 +194,20 @@ void TextEdit::SelectAll()
     m_pView->UpdateOverlay(m_pView->viewport()->rect());
 }
 
+bool TextEdit::Undo()
+{
+    if (!m_pItem)
+        return false;
+    QTextDocument* document = m_pItem->document();
+    const QString before = document->toPlainText();
+    // Some of its steps change no letter.
+    QTextCursor cursor = m_pItem->textCursor();
+    while (document->isUndoAvailable() && document->toPlainText() == before)
+        document->undo(&cursor);
+    m_pItem->setTextCursor(cursor);
+    return document->toPlainText() != before;
+}
+
 void TextEdit::TakeFocus()
 {
     if (!m_pItem || !m_pView)

@@ -39,6 +39,8 @@ public:
     void PlaceCursor(const QPointF& point, bool extendsSelection);
     void SelectWord();
     void SelectAll();
+    // Takes back what was typed last; false if nothing was.
+    bool Undo();
     // Takes the keys.
     void TakeFocus();
     // Its frame, its selection and its cursor, in pixels of the viewport.

@@ -151,6 +151,11 @@ bool TextTool::Cancel()
     return true;
 }
 
+bool TextTool::Undo()
+{
+    return (m_pEdit && m_pEdit->Undo()) || Cancel();
+}
+
 void TextTool::Finish()
 {
     m_press = NoPress;

@@ -39,6 +39,8 @@ public:
     QKeySequence GetKey() const override;
     void StoreValues() override;
     bool Cancel() override;
+    // What was typed last, as long as anything was since the text is open; then all of it.
+    bool Undo() override;
     // Commits.
     void Finish() override;
 

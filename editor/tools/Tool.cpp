@@ -111,6 +111,11 @@ bool Tool::Cancel()
     return false;
 }
 
+bool Tool::Undo()
+{
+    return Cancel();
+}
+
 void Tool::Finish() { }
 
 void Tool::StoreValues() { }

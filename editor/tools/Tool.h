@@ -47,6 +47,8 @@ public:
     bool CanCancel() const;
     // Takes back what is under way; true if there was something.
     virtual bool Cancel();
+    // Takes back the last bit of what is under way, or all of it; true if there was something.
+    virtual bool Undo();
     // Brings what is under way to its regular end at once.
     virtual void Finish();
     // Writes those of the bar's values that are not written yet.

@@ -561,6 +561,24 @@ private Q_SLOTS:
         QCOMPARE(m_window->GetDocument()->GetPixels()->GetComposition(), Picture());
     }
 
+    void undoInTheMenuTakesBackWhatWasTypedLast()
+    {
+        m_window->OpenImage(Picture(), "One");
+        auto* tool = m_window->findChild<TextTool*>();
+        m_window->ChooseTool(tool);
+        QTest::mouseClick(m_window->GetView()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          m_window->GetView()->MapFromDocument(QPointF(50, 50)).toPoint());
+        QTest::keyClicks(m_window->GetView(), "ab");
+        QCOMPARE(tool->GetText().text, QString("ab"));
+
+        action("Undo")->trigger();
+        QVERIFY(tool->IsEditing());
+        QCOMPARE(tool->GetText().text, QString());
+        action("Undo")->trigger();
+        QVERIFY(!tool->IsEditing());
+        QVERIFY(!action("Undo")->isEnabled());
+    }
+
     void anotherToolLeavesNothingToUndo()
     {
         m_window->OpenImage(Picture(), "One");

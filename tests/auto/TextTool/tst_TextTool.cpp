@@ -116,6 +116,28 @@ private Q_SLOTS:
         QCOMPARE(host.steps()->count(), 0);
     }
 
+    void undoGoesBackThroughWhatWasTypedAndThenTakesTheTextBack()
+    {
+        Host host(settings());
+        host.write("ab");
+        host.key(Qt::Key_Home);
+        host.type("x");
+
+        QVERIFY(host.tool->Undo());
+        QCOMPARE(host.tool->GetText().text, QString("ab"));
+        QVERIFY(host.inkOf(1).isValid());
+        host.type("y");
+        QCOMPARE(host.tool->GetText().text, QString("yab"));
+        QVERIFY(host.tool->Undo());
+        QVERIFY(host.tool->Undo());
+        QCOMPARE(host.tool->GetText().text, QString());
+        QVERIFY(host.tool->IsEditing());
+        QVERIFY(host.tool->Undo());
+        QVERIFY(!host.tool->IsEditing());
+        QCOMPARE(host.pixels()->GetLayerCount(), 1);
+        QVERIFY(!host.tool->Undo());
+    }
+
     void keysMoveDeleteAndSelect()
     {
         Host host(settings());
