@@ -2,12 +2,18 @@
 // to be read as a ratio to BareLabels. Both are painted.
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QPixmap>
 #include <QPushButton>
 #include <QtTest>
 
 #include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <numeric>
 
 #include "NVSelectColorRange.h"
 
@@ -74,6 +80,35 @@ void AddColors(benchmark::State& state)
     }
 }
 BENCHMARK(AddColors)->Unit(benchmark::kMillisecond);
+
+// The slowest of 256 as a ratio to their mean, each taken at its best of all fillings, so that a pause of the
+// machine does not count.
+void SlowestAdd(benchmark::State& state)
+{
+    NVSelectColorRange panel(nullptr);
+    panel.show();
+    if (!QTest::qWaitForWindowExposed(&panel))
+        state.SkipWithError("the panel is not shown");
+    auto* removeAll = panel.findChild<QPushButton*>(QStringLiteral("m_pRemoveAll"));
+    std::array<qint64, Colors> least;
+    least.fill(std::numeric_limits<qint64>::max());
+    for (auto _ : state)
+    {
+        for (int i = 0; i < Colors; ++i)
+        {
+            QElapsedTimer timer;
+            timer.start();
+            panel.AddColor(ColorOf(i), ColorOf(i));
+            least[size_t(i)] = qMin(least[size_t(i)], timer.nsecsElapsed());
+        }
+        removeAll->click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+    const double mean = std::accumulate(least.begin(), least.end(), 0.0) / Colors;
+    state.counters["slowest/mean"] = double(*std::max_element(least.begin(), least.end())) / mean;
+}
+BENCHMARK(SlowestAdd)->Iterations(5)->Unit(benchmark::kMillisecond);
 
 // The first of 256, so that all others move up.
 void RemoveFirst(benchmark::State& state)

@@ -8,6 +8,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <malloc.h>
+
 #include "KXResource.h"
 #include "NVHistoryItem.h"
 #include "NVHistoryPanel.h"
@@ -164,6 +166,31 @@ BENCHMARK(ClearRows)
     ->ArgNames({"rows", "sheets"})
     ->Args({1000, 0})
     ->Args({1000, 1})
+    ->Unit(benchmark::kMillisecond);
+
+// What a row that is shown holds, as a counter.
+void HeapOfARow(benchmark::State& state)
+{
+    UseSheets(state.range(1) != 0);
+    const int rows = int(state.range(0));
+    // Whatever is made once, is made by then.
+    ShownPanel host(state, 10);
+    size_t before = 0;
+    size_t after = 0;
+    for (auto _ : state)
+    {
+        before = mallinfo2().uordblks;
+        host.Add(rows);
+        QCoreApplication::processEvents();
+        after = mallinfo2().uordblks;
+    }
+    state.counters["KiB a row"] = double(after - before) / 1024 / rows;
+}
+BENCHMARK(HeapOfARow)
+    ->ArgNames({"rows", "sheets"})
+    ->Args({1000, 0})
+    ->Args({1000, 1})
+    ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -95,7 +95,8 @@ int ColorRangeDock::GetState() const
 
 void ColorRangeDock::SetCanvas(NVDocumentView* view, Document* document)
 {
-    if (view == m_pView && document == m_pDocument)
+    // Without a canvas it may be one that died, which still is to be left.
+    if (view && document && view == m_pView && document == m_pDocument)
         return;
     Disconnect();
     m_pView = view;

@@ -158,7 +158,8 @@ QWidget* HistoryDock::CreateFooter()
     m_pUsage->setAccessibleName(tr("Steps and what they hold"));
     m_pLimit->setAccessibleName(tr("Memory for steps"));
     m_pLimit->setToolTip(tr("What the steps of a document may hold, in memory and in files: the oldest "
-                            "ones are dropped beyond that"));
+                            "ones are dropped beyond that. The newest step and those that were undone stay, "
+                            "even if they hold more"));
     m_pLimit->setRange(MinMegabytes, MaxMegabytes);
     m_pLimit->setSingleStep(256);
     m_pLimit->setSuffix(tr(" MB"));

@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QScrollBar>
 
+#include <algorithm>
+
 #include "KXColorDlg.h"
 #include "OutliveParent_p.h"
 #include "ui_SelectColorRange.h"
@@ -34,11 +36,32 @@ const int ScrollRoom = 32;
 // Around the strip, so that the swatches have room above the scroll bar.
 const int StripMargin = 4;
 
+bool fits(const QLabel* label, const QFont& font)
+{
+    return QFontMetrics(font).horizontalAdvance(label->text()) <= label->maximumWidth();
+}
+
+// The labels keep their width whatever font there is: one that is too wide becomes narrower, on all alike.
+void fitFont(const QList<QLabel*>& labels)
+{
+    QFont font = labels.first()->font();
+    const auto fitsFont = [&font](const QLabel* label) { return fits(label, font); };
+    for (int stretch = QFont::Unstretched; stretch > QFont::UltraCondensed; --stretch)
+    {
+        if (std::all_of(labels.begin(), labels.end(), fitsFont))
+            break;
+        font.setStretch(stretch - 1);
+    }
+    for (QLabel* label : labels)
+        label->setFont(font);
+}
+
 } // namespace
 
 NVSelectColorRange::NVSelectColorRange(QWidget* parent) : KXDialogPanel(parent), m_pData(new Data)
 {
     m_pData->setupUi(Content());
+    fitFont({m_pData->label_3, m_pData->label_4, m_pData->label_5});
     ConnectSignals();
     InitStrip();
 }

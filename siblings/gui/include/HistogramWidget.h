@@ -78,6 +78,7 @@ protected:
 
 private Q_SLOTS:
     void OnDocumentDestroyed();
+    void OnCompositionChanged();
     void OnRebuild();
     void OnCounted();
 

@@ -19,6 +19,8 @@ namespace
 
 const int LastLevel = 255;
 const int NoLevel = -1;
+// After the last change since one overtook a count.
+const int RestartMs = 300;
 // Of a curve beside others, which are seen through it, and of one alone.
 const int SharedOpacity = 150;
 const int SingleOpacity = 220;
@@ -144,6 +146,8 @@ struct HistogramWidget::Data
     // Makes one count of all that asked for it.
     QTimer rebuild;
     QFutureWatcher<LevelCounts> watcher;
+    // What is counted; null when nothing is.
+    std::shared_ptr<CountedImage> pImage;
     // Waits for the widget to be visible.
     bool isStale = false;
     bool isCounted = false;
@@ -198,6 +202,7 @@ void HistogramWidget::SetDocument(KXDocumentInterface* document)
     if (!document)
         return;
     connect(document, &QObject::destroyed, this, &HistogramWidget::OnDocumentDestroyed);
+    connect(document, &KXDocumentInterface::CompositionChanged, this, &HistogramWidget::OnCompositionChanged);
     RebuildHistogramm();
 }
 
@@ -363,13 +368,23 @@ void HistogramWidget::OnDocumentDestroyed()
     SetDocument(nullptr);
 }
 
+void HistogramWidget::OnCompositionChanged()
+{
+    const bool isPutOff = d->rebuild.isActive() && d->rebuild.interval() == RestartMs;
+    if (!d->pImage && !isPutOff)
+        return;
+    RebuildHistogramm();
+    if (d->rebuild.isActive())
+        d->rebuild.start(RestartMs);
+}
+
 void HistogramWidget::OnRebuild()
 {
     if (!d->isStale || !d->document || !isVisible())
         return;
     d->isStale = false;
-    // The composition is shared with the threads for as long as they count. A change meanwhile starts anew.
-    d->watcher.setFuture(CountLevelsAside(d->document->GetComposition(), sourceOf(d->channel)));
+    d->pImage = std::make_shared<CountedImage>(d->document->GetComposition());
+    d->watcher.setFuture(CountLevelsAside(d->pImage, sourceOf(d->channel)));
 }
 
 void HistogramWidget::OnCounted()
@@ -380,8 +395,8 @@ void HistogramWidget::OnCounted()
     const QFuture<LevelCounts> bands = d->watcher.future();
     for (const LevelCounts& band : bands)
         sum += band;
-    // Lets go of the results.
-    d->watcher.setFuture(QFuture<LevelCounts>());
+    // Lets go of image and results.
+    cancelCount();
     d->counts = sum;
     d->shown = d->channel;
     d->isCounted = true;
@@ -412,6 +427,9 @@ void HistogramWidget::cancelCount()
     // One that has ended may have its end still to be told.
     d->watcher.cancel();
     d->watcher.setFuture(QFuture<LevelCounts>());
+    if (d->pImage)
+        d->pImage->Drop();
+    d->pImage.reset();
 }
 
 void HistogramWidget::pointAt(int level)

@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QStyleOptionFocusRect>
 
+#include <cmath>
+
 #include "CheckerBrush_p.h"
 #include "KXColorTransformBase.h"
 #include "KXDocumentInterface.h"
@@ -19,18 +21,25 @@ const int Margin = 4;
 const int CheckerCell = 4;
 // A frame around less than a few pixels could not be seen or taken hold of.
 const double SmallestFrame = 6.0;
-// So many pixels of the document in each direction make one of the overview, whatever the document's size.
-const int Samples = 4;
+// So many pixels of the document are looked at, whatever its size: in each direction 2 to 4 make one of the
+// overview.
+const int SampledPixels = 350000;
 // Of the frame's size, for an arrow key.
 const double Step = 0.1;
 const double SmallStep = 0.01;
+
+QSize sampledSize(const QSize& overview)
+{
+    const int samples = int(std::sqrt(SampledPixels / (double(overview.width()) * overview.height())));
+    return overview * qBound(2, samples, 4);
+}
 
 QImage overviewOf(const QImage& composition, const QSize& size)
 {
     // Too large for the memory.
     if (composition.isNull())
         return QImage();
-    const QSize sampled = size * Samples;
+    const QSize sampled = sampledSize(size);
     QImage small = composition;
     if (sampled.width() < composition.width() && sampled.height() < composition.height())
         small = composition.scaled(sampled, Qt::IgnoreAspectRatio, Qt::FastTransformation);

@@ -424,6 +424,25 @@ private Q_SLOTS:
         m_dock->SetCanvas(m_view, m_document.get());
     }
 
+    void aCanvasThatDiedIsLeft()
+    {
+        const BusyThreads threads;
+        open();
+        QVERIFY(m_dock->IsComputing());
+        delete m_window->takeCentralWidget();
+        m_document.reset();
+        SignalLog log(m_dock);
+
+        m_dock->SetCanvas(nullptr, nullptr);
+
+        QVERIFY(!m_dock->IsOpen());
+        QVERIFY(!m_dock->IsComputing());
+        QVERIFY(!m_dock->isVisible());
+        QCOMPARE(log.Count("Closed"), 1);
+        m_dock->SetCanvas(nullptr, nullptr);
+        QCOMPARE(log.Count("Closed"), 1);
+    }
+
     void itDiesWhileItIsOpen()
     {
         open();

@@ -2,6 +2,7 @@
 
 #include "ColorRangeMenu.h"
 
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QPushButton>
 #include <QStatusBar>
@@ -111,8 +112,14 @@ private Q_SLOTS:
         const QImage before = MaskOf(QRect(0, 0, 300, 100));
         QVERIFY(m_document->GetPixels()->SetSelectionMask(before));
         open();
-        pick(Qt::red);
-        panel()->SetMode(mode);
+        QTest::mouseClick(m_view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          m_view->MapFromDocument(QPointF(50, 50)).toPoint());
+        QCOMPARE(panel()->GetSourceColors(), QList<QColor>({Qt::red}));
+        auto* modes = panel()->findChild<QComboBox*>("m_pMode");
+        QTest::keyClick(modes, Qt::Key_Home);
+        for (int i = 0; i < mode; ++i)
+            QTest::keyClick(modes, Qt::Key_Down);
+        QCOMPARE(modes->currentText(), QString(QTest::currentDataTag()));
 
         press(QDialogButtonBox::Ok);
 

@@ -11,6 +11,7 @@
 #include <memory>
 #include <numeric>
 
+#include "BarForm.h"
 #include "BusyThreads.h"
 #include "HistogramWidget.h"
 #include "KXDocumentInterface.h"
@@ -31,9 +32,9 @@ QImage Filled(int width, int height, const QColor& color)
 }
 
 // Many levels in each channel, the alpha by the column.
-QImage Mixed(const QVector<int>& alphas)
+QImage Mixed(const QVector<int>& alphas, const QSize& size = QSize(97, 61))
 {
-    QImage image(97, 61, QImage::Format_ARGB32);
+    QImage image(size, QImage::Format_ARGB32);
     for (int y = 0; y < image.height(); ++y)
     {
         for (int x = 0; x < image.width(); ++x)
@@ -172,6 +173,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<QImage>("image");
         QTest::addColumn<int>("channel");
+        QVector<int> mostlyOpaque(1303, 255);
+        mostlyOpaque[1024] = 0;
+        mostlyOpaque[1301] = 77;
         const QVector<QPair<const char*, QImage>> images = {
             {"opaque", Mixed({255})},
             {"of many opacities", Mixed({0, 1, 7, 64, 128, 201, 253, 255})},
@@ -179,6 +183,8 @@ private Q_SLOTS:
             {"of one colour", Filled(40, 20, QColor(10, 200, 255))},
             {"one pixel", Filled(1, 1, QColor(0, 1, 2, 255))},
             {"long", Filled(10000, 60, QColor(9, 9, 9))},
+            {"wide and opaque", Mixed({255}, QSize(1303, 5))},
+            {"wide, opaque but for its end", Mixed(mostlyOpaque, QSize(1303, 5))},
         };
         for (const auto& image : images)
         {
@@ -500,6 +506,31 @@ private Q_SLOTS:
         NV_VERIFY_NEAR(probe, 120, 94, ground, 2);
     }
 
+    // Levels half a logical pixel wide are told apart, and the mouse selects by logical ones.
+    void onADenseScreenEachLevelHasItsPixel()
+    {
+        if (!IsOnDenseScreen())
+            return;
+        KXDocumentInterface document(Filled(10, 10, QColor(50, 0, 0)));
+        Host host;
+        host.widget->resize(130, 100);
+        host.Show();
+        host.widget->clearFocus();
+        host.widget->SetChannel(HistogramWidget::Red);
+        host.Count(&document);
+        const QColor ground = host.widget->palette().color(QPalette::Base);
+        const QImage drawn = host.widget->grab().toImage();
+        QCOMPARE(drawn.size(), QSize(260, 200));
+        QVERIFY(!ProbeImage::Similar(drawn.pixelColor(2 + 50, 100), ground, 40));
+        QCOMPARE(drawn.pixelColor(2 + 49, 100), ground);
+        QCOMPARE(drawn.pixelColor(2 + 51, 100), ground);
+
+        host.Press(10);
+        host.Drag(20);
+        host.Release(20);
+        QVERIFY(host.log.Entries().contains("CurrentLevelRangeChanged(20, 40)"));
+    }
+
     void severalCallsCountOnce()
     {
         KXDocumentInterface document(Filled(4, 4, Qt::white));
@@ -535,6 +566,48 @@ private Q_SLOTS:
 
         host.Hover(33);
         QCOMPARE(host.Take(), QStringList("StatsChanged(33, 16)"));
+    }
+
+    void changeWhileCountingCopiesNothing()
+    {
+        KXDocumentInterface document(Filled(4, 4, Qt::white));
+        Host host;
+        host.Show();
+        host.widget->SetChannel(HistogramWidget::Red);
+        BusyThreads busy;
+        host.widget->SetDocument(&document);
+        QCoreApplication::processEvents();
+        host.log.Clear();
+        const uchar* pixels = document.GetComposition().constBits();
+
+        document.EditLayer(0).setPixelColor(1, 1, Qt::black);
+        document.NotifyChanged(QRect(1, 1, 1, 1));
+        QCOMPARE(document.GetComposition().constBits(), pixels);
+        busy.Open();
+        FinishWork();
+        QCOMPARE(host.Take(), QStringList());
+
+        // Nobody asks for it, and it is counted all the same.
+        QTRY_COMPARE(host.log.Entries(), QStringList({"CountChanged(16)", "StatsNoInfo()"}));
+        host.log.Clear();
+        host.Hover(0);
+        QCOMPARE(host.Take(), QStringList("StatsChanged(0, 1)"));
+    }
+
+    void changeAfterTheCountIsLeftToTheHost()
+    {
+        KXDocumentInterface document(Filled(4, 4, Qt::white));
+        Host host;
+        host.Show();
+        host.Count(&document);
+        const uchar* pixels = document.GetComposition().constBits();
+
+        document.EditLayer(0).fill(Qt::black);
+        document.NotifyChanged(document.GetRect());
+        QCOMPARE(document.GetComposition().constBits(), pixels);
+        FinishWork();
+
+        QCOMPARE(host.Take(), QStringList());
     }
 
     void endedCountOfALetGoDocumentIsNotTold()

@@ -1,6 +1,7 @@
 // The navigator panel: what it carries between a view and its overview, loupe, histogram and zoom controls,
 // and that no change comes back to where it came from.
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
@@ -8,6 +9,7 @@
 #include <QMouseEvent>
 #include <QSignalSpy>
 #include <QSlider>
+#include <QStyleOptionSlider>
 #include <QTabWidget>
 #include <QThreadPool>
 #include <QToolButton>
@@ -15,6 +17,7 @@
 
 #include <memory>
 
+#include "BarForm.h"
 #include "CameraView.h"
 #include "HistogramWidget.h"
 #include "KXColorTransformBase.h"
@@ -148,6 +151,38 @@ struct Host
         QTest::mouseClick(Percent()->findChild<QLineEdit*>(), Qt::LeftButton);
         Percent()->selectAll();
         QTest::keyClicks(Percent(), text);
+    }
+    // Takes hold of the slider's handle and moves it that far.
+    void DragSlider(int pixels) const
+    {
+        QStyleOptionSlider option;
+        option.initFrom(Slider());
+        option.minimum = Slider()->minimum();
+        option.maximum = Slider()->maximum();
+        option.sliderPosition = option.sliderValue = Slider()->value();
+        const QPoint handle =
+            Slider()
+                ->style()
+                ->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, Slider())
+                .center();
+        const QPoint end = handle + QPoint(pixels, 0);
+        QTest::mousePress(Slider(), Qt::LeftButton, Qt::NoModifier, handle);
+        QMouseEvent move(QEvent::MouseMove, end, Slider()->mapToGlobal(end), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(Slider(), &move);
+        QTest::mouseRelease(Slider(), Qt::LeftButton, Qt::NoModifier, end);
+    }
+    // Opens a list and goes to one of its rows.
+    void Choose(const char* list, int row) const
+    {
+        auto* combo = Find<QComboBox>(list);
+        QTest::mouseClick(combo, Qt::LeftButton);
+        QTRY_VERIFY(combo->view()->isVisible());
+        QTest::keyClick(combo->view(), Qt::Key_Home);
+        for (int i = 0; i < row; ++i)
+            QTest::keyClick(combo->view(), Qt::Key_Down);
+        QTest::keyClick(combo->view(), Qt::Key_Return);
+        QTRY_VERIFY(!combo->view()->isVisible());
     }
     void DragOverview(QEvent::Type type, const QPointF& place) const
     {
@@ -607,6 +642,15 @@ private Q_SLOTS:
         QVERIFY(host.Sight().top() < before.top() - 20);
     }
 
+    // The overview multiplies by the ratio, the panel divides by it.
+    void dragOfTheFrameOnADenseScreen()
+    {
+        if (!IsOnDenseScreen())
+            return;
+        QCOMPARE(Host().panel->devicePixelRatio(), 2);
+        dragOfTheFrameMovesTheView();
+    }
+
     void withoutAViewTheControlsMoveEachOtherOnly()
     {
         Host host;
@@ -617,9 +661,11 @@ private Q_SLOTS:
         QCOMPARE(host.Percent()->value(), 150.0);
         const QRectF sight = host.Sight();
 
-        host.Slider()->setValue(20000);
-        QCOMPARE(host.Percent()->value(), 200.0);
-        host.Percent()->setValue(300.0);
+        const int before = host.Slider()->value();
+        host.DragSlider(40);
+        QVERIFY(host.Slider()->value() > before + 1000);
+        QCOMPARE(qRound(host.Percent()->value() * 100.0), host.Slider()->value());
+        host.Type("300");
         QCOMPARE(host.Slider()->value(), 30000);
         Q_EMIT host.Overview()->ViewRectPosChanged(QRectF(100, 60, 1, 1));
         host.panel->UpdateNavigatorFrame();
@@ -728,6 +774,18 @@ private Q_SLOTS:
         }
         combo->clear();
         QCOMPARE(int(host.Histogram()->GetChannel()), 6);
+    }
+
+    // The table ends before it.
+    void lastChannelIsChosenFromTheList()
+    {
+        Host host;
+        host.Show(2);
+
+        host.Choose("m_pChannel", 7);
+
+        QCOMPARE(host.Find<QComboBox>("m_pChannel")->currentText(), QString("Green + Blue"));
+        QCOMPARE(host.Histogram()->GetChannel(), HistogramWidget::GreenBlue);
     }
 
     void gridTypeGoesToTheLoupe()

@@ -117,6 +117,8 @@ class tst_NVSelectColorRange : public QObject
 private Q_SLOTS:
     void formHasItsTitleAndSize();
     void labelsAreAsStated();
+    void captionsShowTheirWholeText_data();
+    void captionsShowTheirWholeText();
     void buttonsAreAsStated();
     void toleranceIsAsStated();
     void modeIsAsStated();
@@ -153,6 +155,7 @@ private Q_SLOTS:
     void pressOnARemovedSwatchSelectsNone();
 
     void farSwatchScrollsIntoView();
+    void clickedSwatchAtTheEdgeScrollsIntoView();
     void addedSwatchScrollsIntoViewAtOnce();
     void visibleSwatchScrollsNothing();
 
@@ -218,6 +221,37 @@ void tst_NVSelectColorRange::labelsAreAsStated()
     {
         QCOMPARE(host.Find<QFrame>(line)->frameShape(), QFrame::HLine);
         QCOMPARE(host.Find<QFrame>(line)->frameShadow(), QFrame::Sunken);
+    }
+}
+
+void tst_NVSelectColorRange::captionsShowTheirWholeText_data()
+{
+    QTest::addColumn<int>("points");
+    QTest::newRow("small font") << 7;
+    QTest::newRow("usual font") << 0;
+    QTest::newRow("large font") << 16;
+}
+
+void tst_NVSelectColorRange::captionsShowTheirWholeText()
+{
+    QFETCH(int, points);
+    const QFont before = QApplication::font();
+    QFont font = before;
+    if (points > 0)
+        font.setPointSize(points);
+    QApplication::setFont(font);
+    const auto restore = qScopeGuard([before] { QApplication::setFont(before); });
+    const Host host;
+    QVERIFY(host.Show());
+
+    for (const char* name : {"label_3", "label_4", "label_5"})
+    {
+        const auto* label = host.Find<QLabel>(name);
+        const int needed = label->fontMetrics().horizontalAdvance(label->text());
+        QVERIFY2(needed <= label->contentsRect().width(), name);
+        // No narrower than it takes, and alike.
+        QVERIFY(points != 7 || label->font().stretch() == QFont::AnyStretch);
+        QCOMPARE(label->font(), host.Find<QLabel>("label_3")->font());
     }
 }
 
@@ -690,6 +724,25 @@ void tst_NVSelectColorRange::farSwatchScrollsIntoView()
     QCOMPARE(host.Bar()->value(), qMax(0, right(20) + 32 - width));
     host.panel->SelectColor(99);
     QCOMPARE(host.Bar()->value(), host.Bar()->maximum());
+}
+
+void tst_NVSelectColorRange::clickedSwatchAtTheEdgeScrollsIntoView()
+{
+    const Host host(100);
+    QVERIFY(host.Show());
+    const int width = host.Area()->viewport()->width();
+    QTest::keyClick(host.Bar(), Qt::Key_Home);
+    QCOMPARE(host.Bar()->value(), 0);
+    int last = 0;
+    while (host.Swatch(last + 1)->geometry().right() < width)
+        ++last;
+
+    QTest::mouseClick(host.panel->windowHandle(), Qt::LeftButton, {},
+                      host.Swatch(last)->mapTo(host.panel, QPoint(8, 8)));
+
+    QCOMPARE(host.panel->GetCurrentIndex(), last);
+    QCOMPARE(host.Bar()->value(), host.Grid()->cellRect(0, last).right() + 32 - width);
+    QVERIFY(host.Bar()->value() > 0);
 }
 
 void tst_NVSelectColorRange::addedSwatchScrollsIntoViewAtOnce()
