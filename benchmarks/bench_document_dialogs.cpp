@@ -4,11 +4,15 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QElapsedTimer>
+#include <QGroupBox>
 #include <QtTest>
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 #include "NVAutoCrop.h"
 #include "NVCanvasSize.h"
@@ -64,6 +68,21 @@ BENCHMARK_CAPTURE(OpenDialog, CanvasSize, CanvasSize)->Unit(benchmark::kMillisec
 BENCHMARK_CAPTURE(OpenDialog, AutoCrop, AutoCrop)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(OpenDialog, IncompleteDocumentInfo, IncompleteDocumentInfo)->Unit(benchmark::kMillisecond);
 
+// Whether every field shows what follows from that width, at 300 dots per inch and four to three.
+bool HasFollowed(const NVCanvasSize& dialog, bool isLength, int typed)
+{
+    const int width = int(isLength ? typed * 300.0 / 25.4 : typed);
+    const int height = width * 3 / 4;
+    const int bytes = width * height * 4;
+    const QString memory = bytes < 1024 ? QStringLiteral("%1 b").arg(bytes)
+                                        : QStringLiteral("%1 Kb").arg(bytes / 1024.0, 0, 'f', 2);
+    const auto* box = dialog.findChild<QDoubleSpinBox*>(QStringLiteral("m_pNewHeight"));
+    const double shown = qMax(box->minimum(), isLength ? height * 25.4 / 300.0 : height);
+    const auto* group = dialog.findChild<QGroupBox*>(QStringLiteral("m_pNewSizeGroup"));
+    return dialog.GetNewSize() == QSize(width, height) && qAbs(box->value() - shown) < 0.006 &&
+        group->title().endsWith(memory);
+}
+
 // The argument is the index of the unit: pixels or millimetres.
 void TypeWidth(benchmark::State& state)
 {
@@ -74,14 +93,22 @@ void TypeWidth(benchmark::State& state)
         state.SkipWithError("the dialog does not become active");
     auto* box = dialog.findChild<QDoubleSpinBox*>(QStringLiteral("m_pNewWidth"));
     box->setFocus();
-    int step = 0;
+    int typed = 1;
+    std::vector<qint64> times;
+    QElapsedTimer timer;
     for (auto _ : state)
     {
+        typed = 3 - typed;
         box->selectAll();
-        QTest::keyClick(box, ++step % 2 ? Qt::Key_1 : Qt::Key_2);
+        timer.start();
+        QTest::keyClick(box, typed == 1 ? Qt::Key_1 : Qt::Key_2);
+        times.push_back(timer.nsecsElapsed());
+        if (!HasFollowed(dialog, state.range(0) != 0, typed))
+            state.SkipWithError("a field does not follow");
     }
-    if (box->value() > 2.0)
-        state.SkipWithError("nothing is typed");
+    std::sort(times.begin(), times.end());
+    state.counters["median_us"] = double(times.at(times.size() / 2)) / 1000.0;
+    state.counters["worst_us"] = double(times.back()) / 1000.0;
 }
 BENCHMARK(TypeWidth)->Arg(0)->Arg(2)->Unit(benchmark::kMicrosecond);
 

@@ -14,6 +14,7 @@
 #include "NVStringHelper.h"
 #include "OutliveParent_p.h"
 #include "SizeLimits_p.h"
+#include "TextFit.h"
 #include "WholePixels_p.h"
 #include "ui_ImageSize.h"
 
@@ -83,6 +84,13 @@ QPixmap Link(int number)
     return QPixmap(NVStringHelper::DPIAdjustImageName(name));
 }
 
+// In a smaller font where the label, whose width is fixed, has no room for it.
+void ShowNumber(QLabel* label, int number)
+{
+    label->setText(QString::number(number));
+    FitText(label);
+}
+
 bool IsDocumentSide(int side)
 {
     return side >= 1 && side <= KXDocumentInterface::MAX_DOC_DIMENSION;
@@ -103,16 +111,21 @@ NVImageSize::NVImageSize(double dpi, const QSize& size, QWidget* parent)
     m_pData->m_initialDpi = dpi;
     m_pData->m_currentSize = size;
     m_pData->m_newSize = size;
-    m_pData->m_pCurrPixWidth->setText(QString::number(size.width()));
-    m_pData->m_pCurrPixHeight->setText(QString::number(size.height()));
+    ShowNumber(m_pData->m_pCurrPixWidth, size.width());
+    ShowNumber(m_pData->m_pCurrPixHeight, size.height());
     m_pData->m_pNewWidth->setRange(0.01, 100000.0);
     m_pData->m_pNewHeight->setRange(0.01, 100000.0);
     ConnectFields();
+    for (QDoubleSpinBox* box : {m_pData->m_pNewWidth, m_pData->m_pNewHeight})
+        FitText(box);
     m_pData->m_constrain = true;
     UpdateDocumentSize();
     if (layout())
         layout()->setSizeConstraint(QLayout::SetFixedSize);
     OnReset();
+    // A number that is typed at once takes the place of the one that is there.
+    m_pData->m_pNewWidth->setFocus();
+    m_pData->m_pNewWidth->selectAll();
 }
 
 NVImageSize::~NVImageSize()
@@ -355,9 +368,9 @@ void NVImageSize::UpdateDocumentSize()
 void NVImageSize::UpdateDimensions(QFlags<UpdateFlag> flags)
 {
     if (flags.testFlag(UpdatePixelWidth))
-        m_pData->m_pPixelWidth->setText(QStringLiteral("%1").arg(m_pData->m_newSize.width()));
+        ShowNumber(m_pData->m_pPixelWidth, m_pData->m_newSize.width());
     if (flags.testFlag(UpdatePixelHeight))
-        m_pData->m_pPixelHeight->setText(QStringLiteral("%1").arg(m_pData->m_newSize.height()));
+        ShowNumber(m_pData->m_pPixelHeight, m_pData->m_newSize.height());
     // In percent the height copies the number of the width, or the width that of an edited height, so that
     // both are the same while the proportions are kept.
     if (flags.testFlag(UpdateNewWidth))

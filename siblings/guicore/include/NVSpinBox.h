@@ -7,6 +7,8 @@
 
 #include "guicore_export.h"
 
+class TextFit;
+
 // The number box of bars and dialogs.
 //
 // Sums. "2*300/4", with the suffix or without, is worked out on Enter or when the focus leaves (see
@@ -40,12 +42,8 @@ public:
 
 protected:
     bool event(QEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void showEvent(QShowEvent* event) override;
 
     void fixup(QString& input) const override;
     QValidator::State validate(QString& input, int& position) const override;
@@ -54,7 +52,6 @@ protected:
 private Q_SLOTS:
     void OnFocusChanged(QWidget* old, QWidget* now);
     void OnTextEdited(const QString& text);
-    void FitText();
 
 private:
     bool IsTyped() const;
@@ -63,13 +60,10 @@ private:
     QString ShownText() const;
     QWidget* ReturnWidget() const;
     bool GiveFocusBack();
-    void DrawTight();
-    QRect ArrowStrip() const;
 
+    TextFit* m_pFit = nullptr;
     QPointer<QWidget> m_pFocusBefore;
     // The value from before typing.
     int m_settledValue = 0;
     std::optional<QString> m_typedText;
-    bool m_tight = false;
-    QString m_fittedText;
 };

@@ -5,55 +5,20 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMainWindow>
-#include <QStyleOptionSpinBox>
-#include <QStylePainter>
 
 #include <algorithm>
 
 #include "SumEvaluation.h"
+#include "TextFit_p.h"
 
 namespace
 {
-
-// What the style keeps free on either side of the text within a line edit.
-const int LineEditMargin = 2;
-// Width of the arrows in a box that is too narrow for the style's own, and what stays clear beside them for
-// the frame.
-const int TightArrowWidth = 8;
-const int FrameWidth = 2;
-// Percent of the usual distance from letter to letter that still reads well.
-const int ClosestSpacing = 90;
 
 bool IsWholeNumber(const QString& text)
 {
     const bool hasSign = text.startsWith(QLatin1Char('-')) || text.startsWith(QLatin1Char('+'));
     return text.size() > int(hasSign) &&
         std::all_of(text.begin() + int(hasSign), text.end(), [](QChar c) { return c.isDigit(); });
-}
-
-// The largest font, up to the given one, in which the text is no wider than that. Letters move closer
-// together before they get smaller.
-QFont FittingFont(QFont font, const QString& text, int width)
-{
-    if (QFontMetrics(font).horizontalAdvance(text) > width)
-    {
-        font.setLetterSpacing(QFont::PercentageSpacing, ClosestSpacing);
-    }
-    const bool isInPixels = font.pointSizeF() <= 0.0;
-    qreal size = isInPixels ? font.pixelSize() : font.pointSizeF();
-    while (size > 1.0 && QFontMetrics(font).horizontalAdvance(text) > width)
-    {
-        size = isInPixels ? size - 1.0 : size - 0.25;
-        if (isInPixels)
-        {
-            font.setPixelSize(qMax(1, qRound(size)));
-        }
-        else
-        {
-            font.setPointSizeF(qMax(1.0, size));
-        }
-    }
-    return font;
 }
 
 bool CanTakeFocus(const QWidget* widget)
@@ -65,8 +30,9 @@ bool CanTakeFocus(const QWidget* widget)
 
 NVSpinBox::NVSpinBox(QWidget* parent) : QSpinBox(parent)
 {
+    m_pFit = new TextFit(this, [this] { return ShownText(); });
     connect(qApp, &QApplication::focusChanged, this, &NVSpinBox::OnFocusChanged);
-    connect(this, qOverload<int>(&QSpinBox::valueChanged), this, &NVSpinBox::FitText);
+    connect(this, qOverload<int>(&QSpinBox::valueChanged), m_pFit, &TextFit::Fit);
     connect(lineEdit(), &QLineEdit::textEdited, this, &NVSpinBox::OnTextEdited);
 }
 
@@ -74,7 +40,7 @@ NVSpinBox::~NVSpinBox()
 {
     // The base takes the focus away when most of the box is gone already.
     disconnect(qApp, nullptr, this, nullptr);
-    disconnect(this, nullptr, this, nullptr);
+    delete m_pFit;
 }
 
 QString NVSpinBox::text() const
@@ -101,27 +67,7 @@ bool NVSpinBox::event(QEvent* event)
             return true;
         }
     }
-    // A suffix or a value that came without a signal.
-    if (event->type() == QEvent::Paint && ShownText() != m_fittedText)
-    {
-        QMetaObject::invokeMethod(this, &NVSpinBox::FitText, Qt::QueuedConnection);
-    }
     return QSpinBox::event(event);
-}
-
-void NVSpinBox::changeEvent(QEvent* event)
-{
-    QSpinBox::changeEvent(event);
-    switch (event->type())
-    {
-    case QEvent::FontChange:
-    case QEvent::StyleChange:
-    case QEvent::LayoutDirectionChange:
-        FitText();
-        break;
-    default:
-        break;
-    }
 }
 
 void NVSpinBox::focusOutEvent(QFocusEvent* event)
@@ -158,30 +104,6 @@ void NVSpinBox::keyPressEvent(QKeyEvent* event)
     {
         QSpinBox::keyPressEvent(event);
     }
-}
-
-void NVSpinBox::paintEvent(QPaintEvent* event)
-{
-    if (m_tight)
-    {
-        DrawTight();
-    }
-    else
-    {
-        QSpinBox::paintEvent(event);
-    }
-}
-
-void NVSpinBox::resizeEvent(QResizeEvent* event)
-{
-    QSpinBox::resizeEvent(event);
-    FitText();
-}
-
-void NVSpinBox::showEvent(QShowEvent* event)
-{
-    QSpinBox::showEvent(event);
-    FitText();
 }
 
 void NVSpinBox::fixup(QString& input) const
@@ -241,40 +163,6 @@ void NVSpinBox::OnFocusChanged(QWidget* old, QWidget* now)
 void NVSpinBox::OnTextEdited(const QString& text)
 {
     m_typedText = text;
-}
-
-void NVSpinBox::FitText()
-{
-    m_fittedText = ShownText();
-    QStyleOptionSpinBox option;
-    initStyleOption(&option);
-    const QRect usual =
-        style()->subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxEditField, this);
-    // One pixel is the text cursor's.
-    const int needed = fontMetrics().horizontalAdvance(m_fittedText) + 1;
-    m_tight = needed > usual.width() - 2 * LineEditMargin;
-    if (m_tight)
-    {
-        QRect area = rect().adjusted(FrameWidth, FrameWidth, -FrameWidth, -FrameWidth);
-        if (layoutDirection() == Qt::RightToLeft)
-        {
-            area.setLeft(ArrowStrip().right() + 1);
-        }
-        else
-        {
-            area.setRight(ArrowStrip().left() - 1);
-        }
-        lineEdit()->setGeometry(area);
-        lineEdit()->setTextMargins(-LineEditMargin, 0, -LineEditMargin, 0);
-        lineEdit()->setFont(FittingFont(font(), m_fittedText, area.width() - 1));
-    }
-    else
-    {
-        lineEdit()->setGeometry(usual);
-        lineEdit()->setTextMargins(0, 0, 0, 0);
-        lineEdit()->setFont(QFont());
-    }
-    update();
 }
 
 // Whether the text is what a person has typed and not finished. A change from anywhere else puts another text
@@ -351,59 +239,4 @@ bool NVSpinBox::GiveFocusBack()
     }
     target->setFocus(Qt::OtherFocusReason);
     return true;
-}
-
-void NVSpinBox::DrawTight()
-{
-    QStylePainter painter(this);
-    QStyleOptionSpinBox option;
-    initStyleOption(&option);
-    const QRect up = style()->subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxUp, this);
-    const QRect strip = ArrowStrip();
-    const bool hasArrows = option.buttonSymbols != QAbstractSpinBox::NoButtons;
-    const QStyle::SubControls active = option.activeSubControls;
-    const bool isPressed = option.state & QStyle::State_Sunken;
-
-    option.buttonSymbols = QAbstractSpinBox::NoButtons;
-    option.subControls = QStyle::SC_SpinBoxFrame;
-    painter.drawComplexControl(QStyle::CC_SpinBox, option);
-    for (const QStyle::SubControl control : {QStyle::SC_SpinBoxUp, QStyle::SC_SpinBoxDown})
-    {
-        if (!hasArrows)
-        {
-            break;
-        }
-        const bool isUp = control == QStyle::SC_SpinBoxUp;
-        QRect place = strip;
-        if (isUp)
-        {
-            place.setBottom(up.bottom());
-        }
-        else
-        {
-            place.setTop(up.bottom() + 1);
-        }
-        if (active == QStyle::SubControls(control))
-        {
-            painter.fillRect(place, palette().color(isPressed ? QPalette::Mid : QPalette::Midlight));
-        }
-        QStyleOption arrow;
-        arrow.initFrom(this);
-        arrow.state.setFlag(QStyle::State_Enabled,
-                            isEnabled() && (option.stepEnabled & (isUp ? StepUpEnabled : StepDownEnabled)));
-        arrow.palette.setCurrentColorGroup(arrow.state & QStyle::State_Enabled ? palette().currentColorGroup()
-                                                                               : QPalette::Disabled);
-        arrow.rect = place.adjusted(1, 1, -1, -1);
-        painter.drawPrimitive(isUp ? QStyle::PE_IndicatorArrowUp : QStyle::PE_IndicatorArrowDown, arrow);
-    }
-}
-
-// The part of the style's arrow column that a tight box leaves for the arrows. The line edit covers the rest
-// of the column, so that presses reach the style's arrows just where they are drawn.
-QRect NVSpinBox::ArrowStrip() const
-{
-    const int width = buttonSymbols() == NoButtons ? 0 : TightArrowWidth;
-    QRect strip = rect().adjusted(FrameWidth, FrameWidth, -FrameWidth, -FrameWidth);
-    strip.setLeft(strip.right() + 1 - width);
-    return QStyle::visualRect(layoutDirection(), rect(), strip);
 }

@@ -12,6 +12,7 @@
 #include <QTranslator>
 #include <QtTest>
 
+#include "CutText.h"
 #include "ModalDriver.h"
 #include "NVAutoCrop.h"
 #include "TestMain.h"
@@ -58,6 +59,8 @@ private Q_SLOTS:
     void numbersAreThoseOfTheHost();
     void formIsAsStated();
     void captionsAreThese();
+    void longestTextsAreNotCutOff_data();
+    void longestTextsAreNotCutOff();
     void tabOrderIsThis();
     void textsAreTranslated();
     void sizeIsFixed();
@@ -128,6 +131,38 @@ void tst_NVAutoCrop::formIsAsStated()
     QCOMPARE(buttons->standardButtons(), QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     QCOMPARE(Checks(&dialog, Modes), QString("0001"));
     QCOMPARE(Checks(&dialog, Sides), QString("1111"));
+}
+
+void tst_NVAutoCrop::longestTextsAreNotCutOff_data()
+{
+    QTest::addColumn<int>("points");
+    QTest::newRow("small") << 9;
+    QTest::newRow("larger") << 12;
+    QTest::newRow("large") << 16;
+}
+
+void tst_NVAutoCrop::longestTextsAreNotCutOff()
+{
+    QFETCH(int, points);
+    struct LongTexts : QTranslator
+    {
+        QString translate(const char* context, const char* text, const char*, int) const override
+        {
+            return qstrcmp(context, "AutoCrop") == 0 ? QString("%1 und noch etwas").arg(text) : QString();
+        }
+        bool isEmpty() const override { return false; }
+    };
+    LongTexts texts;
+    QCoreApplication::installTranslator(&texts);
+    const FontSize larger(points);
+    NVAutoCrop dialog(nullptr);
+    dialog.SetTolerance(255);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+
+    QCOMPARE(Find<QLabel>(&dialog, "label")->text(), QString("Tolerance: und noch etwas"));
+    QCOMPARE(CutText(&dialog), QString());
+    QCoreApplication::removeTranslator(&texts);
 }
 
 void tst_NVAutoCrop::captionsAreThese()

@@ -18,6 +18,7 @@
 #include <cmath>
 #include <random>
 
+#include "CutText.h"
 #include "ModalDriver.h"
 #include "NVCanvasSize.h"
 #include "NVMeasureUnit.h"
@@ -194,7 +195,7 @@ struct ModelBox
 class Model
 {
 public:
-    Model(int resolution, int width, int height) : dpi(resolution)
+    Model(int resolution, int width, int height) : dpi(std::min(std::max(resolution, 1), 9999))
     {
         for (int axis = 0; axis < 2; ++axis)
         {
@@ -216,8 +217,8 @@ public:
         fresh[axis] = toPixels(unit[axis], box[axis].value);
         if (constrained)
         {
-            const double ratio = double(current[0]) / double(current[1]);
-            fresh[other] = int(axis == 0 ? fresh[0] / ratio : fresh[1] * ratio);
+            const double ratio = double(std::max(1, current[0])) / double(std::max(1, current[1]));
+            fresh[other] = whole(axis == 0 ? fresh[0] / ratio : fresh[1] * ratio);
             box[other].SetValue(fromPixels(unit[other], fresh[other]));
             shrinks[other] = fresh[other] < current[other];
         }
@@ -232,7 +233,7 @@ public:
             return;
         unit[axis] = index;
         const double length = fromPixels(index, current[axis]);
-        lengths[axis] = index == 0 ? QString::number(int(length)) : QString::number(length, 'f', 2);
+        lengths[axis] = index == 0 ? QString::number(whole(length)) : QString::number(length, 'f', 2);
         const double now = fromPixels(index, fresh[axis]);
         box[axis].SetRange(0.0, now);
         box[axis].SetValue(now);
@@ -264,7 +265,7 @@ public:
         dpi = to;
         fresh[0] = toPixels(unit[0], box[0].value);
         // Pixels of the height are read as inches.
-        fresh[1] = unit[1] == 0 ? int(box[1].value * dpi) : toPixels(unit[1], box[1].value);
+        fresh[1] = unit[1] == 0 ? whole(box[1].value * dpi) : toPixels(unit[1], box[1].value);
         for (int axis = 0; axis < 2; ++axis)
             shrinks[axis] = fresh[axis] < current[axis];
         newTitle = "New size: " + memory(fresh[0], fresh[1]);
@@ -296,9 +297,15 @@ public:
     int debugLines = 0;
 
 private:
+    // Truncated, and the nearest int of what no int can hold.
+    static int whole(double value)
+    {
+        const double most = std::numeric_limits<int>::max();
+        return int(std::min(std::max(value, -most - 1.0), most));
+    }
     int toPixels(int index, double value) const
     {
-        return int(index == 0 ? value : value * dpi / Factors[index]);
+        return whole(index == 0 ? value : value * dpi / Factors[index]);
     }
     double fromPixels(int index, double pixels) const
     {
@@ -338,8 +345,8 @@ private:
                 continue;
             }
             const double length = fromPixels(unit[axis], fresh[axis]);
-            low[axis] = std::max(1, int(factor / length));
-            high[axis] = std::min(9999, int(10000.0 * factor / length));
+            low[axis] = std::max(1, whole(factor / length));
+            high[axis] = std::min(9999, whole(10000.0 * factor / length));
         }
         const bool apart = low[0] > high[1] || low[1] > high[0];
         debugLines += apart;
@@ -414,6 +421,73 @@ private:
     QWidget m_window;
 };
 
+// A random edit of both; says which.
+QString EditBoth(std::mt19937& random, const Dialog& dialog, Model& model)
+{
+    const auto pick = [&random](int count) { return int(random() % unsigned(count)); };
+    QString done;
+    const int axis = pick(2);
+    QDoubleSpinBox* box = axis == 0 ? dialog.Width() : dialog.Height();
+    switch (pick(8))
+    {
+    case 0:
+    {
+        const int unit = pick(UnitCount);
+        const bool alone = pick(3) == 0;
+        done = QString("unit %1 of axis %2, alone %3").arg(unit).arg(axis).arg(alone);
+        const HeldShift shift(alone);
+        (axis == 0 ? dialog.WidthUnits() : dialog.HeightUnits())->setCurrentIndex(unit);
+        model.SetUnit(axis, unit, alone);
+        break;
+    }
+    case 1:
+    {
+        const bool on = pick(2) == 1;
+        done = QString("constrain %1").arg(on);
+        dialog.Constrain()->setChecked(on);
+        model.SetConstrained(on);
+        break;
+    }
+    case 2:
+    {
+        const int to = pick(3) == 0 ? pick(10001) : dialog.DPI()->minimum() + pick(200);
+        done = QString("dpi %1").arg(to);
+        dialog.DPI()->setValue(to);
+        model.SetDpi(to);
+        break;
+    }
+    default:
+    {
+        // Near the ends, near what is there, or anywhere.
+        const double span = box->maximum() - box->minimum();
+        const double to = pick(4) == 0 ? (pick(2) ? box->maximum() + 1.0 : box->minimum() - 1.0)
+            : pick(3) == 0             ? box->value() + (pick(201) - 100) / 100.0
+                                       : box->minimum() + span * pick(100001) / 100000.0;
+        done = QString("side %1 of axis %2").arg(to, 0, 'g', 17).arg(axis);
+        box->setValue(to);
+        model.SetSide(axis, to);
+    }
+    }
+    return done;
+}
+
+// Edits by chance, from that size and resolution, after each of which the dialog shows what the model says.
+void Walk(const QSize& start, int dpi, int steps)
+{
+    std::mt19937 random(unsigned(start.width()) * 31U + unsigned(start.height()) * 7U + unsigned(dpi));
+    const Dialog dialog(dpi, start);
+    Model model(dpi, start.width(), start.height());
+    const DebugLines lines;
+    QString walk = QString("%1 x %2 at %3").arg(start.width()).arg(start.height()).arg(dpi);
+    for (int step = 0; step <= steps; ++step)
+    {
+        QVERIFY2(StateOf(dialog) == model.State(),
+                 qPrintable(StateOf(dialog) + '\n' + model.State() + '\n' + walk));
+        QCOMPARE(lines.Count(), model.debugLines);
+        walk += '\n' + EditBoth(random, dialog, model);
+    }
+}
+
 } // namespace
 
 class tst_NVCanvasSize : public QObject
@@ -432,6 +506,8 @@ private Q_SLOTS:
     void resolutionIsShownWithinItsRange();
     void unitsAreThoseOfTheHost();
     void sizeOfTheDialogFollowsItsTexts();
+    void longestTextsAreNotCutOff_data();
+    void longestTextsAreNotCutOff();
     void keysStartInTheWidth();
     void tabOrderIsThis();
     void editGivesThis_data();
@@ -468,6 +544,8 @@ private Q_SLOTS:
     void emptySizeIsAccepted();
     void walkAgreesWithTheModel_data();
     void walkAgreesWithTheModel();
+    void walkFromExtremesAgreesWithTheModel_data();
+    void walkFromExtremesAgreesWithTheModel();
     void anchorIsChosenByMouse();
     void anchorIsChosenByKeys();
     void endsWithThisResult_data();
@@ -679,6 +757,47 @@ void tst_NVCanvasSize::sizeOfTheDialogFollowsItsTexts()
     QCOMPARE(dialog.size(), dialog.sizeHint());
     QCOMPARE(dialog.minimumSize(), dialog.size());
     QCOMPARE(dialog.maximumSize(), dialog.size());
+}
+
+void tst_NVCanvasSize::longestTextsAreNotCutOff_data()
+{
+    QTest::addColumn<int>("points");
+    QTest::addColumn<int>("dpi");
+    for (const int points : {9, 12, 16})
+        for (const int dpi : {1, 300, 9999})
+            QTest::addRow("%d pt at %d", points, dpi) << points << dpi;
+}
+
+void tst_NVCanvasSize::longestTextsAreNotCutOff()
+{
+    QFETCH(int, points);
+    QFETCH(int, dpi);
+    struct LongNames : QTranslator
+    {
+        QString translate(const char* context, const char* text, const char*, int) const override
+        {
+            const bool isUnit = qstrcmp(context, "NVMeasureUnit") == 0 || qstrcmp(text, "px") == 0;
+            return isUnit ? QString("centimetres (%1)").arg(text) : QString();
+        }
+        bool isEmpty() const override { return false; }
+    };
+    LongNames names;
+    QCoreApplication::installTranslator(&names);
+    const FontSize larger(points);
+    Dialog dialog(dpi, QSize(10000, 10000));
+    QVERIFY(dialog.Show());
+
+    for (int unit = 0; unit < UnitCount; ++unit)
+    {
+        dialog.WidthUnits()->setCurrentIndex(unit);
+        for (const double value : {0.0, 1e9})
+        {
+            dialog.Width()->setValue(value);
+            QTRY_COMPARE(dialog.size(), dialog.sizeHint());
+            QTRY_COMPARE(CutText(&dialog), QString());
+        }
+    }
+    QCoreApplication::removeTranslator(&names);
 }
 
 void tst_NVCanvasSize::keysStartInTheWidth()
@@ -1389,60 +1508,30 @@ void tst_NVCanvasSize::walkAgreesWithTheModel()
 {
     QFETCH(QSize, start);
     QFETCH(int, dpi);
-    std::mt19937 random(unsigned(start.width() * 31 + start.height() * 7 + dpi));
-    const auto pick = [&random](int count) { return int(random() % unsigned(count)); };
-    const Dialog dialog(dpi, start);
-    Model model(dpi, start.width(), start.height());
-    const DebugLines lines;
-    QCOMPARE(StateOf(dialog), model.State());
-    QStringList walk;
-    for (int step = 0; step < 250; ++step)
+    Walk(start, dpi, 250);
+}
+
+void tst_NVCanvasSize::walkFromExtremesAgreesWithTheModel_data()
+{
+    QTest::addColumn<int>("dpi");
+    for (const int dpi : {NoSize.width(), -1, 0, 1, 300, 9999, std::numeric_limits<int>::max()})
+        QTest::addRow("%d", dpi) << dpi;
+}
+
+// Sizes that no document has: nothing is divided by zero or leaves what a number can hold.
+void tst_NVCanvasSize::walkFromExtremesAgreesWithTheModel()
+{
+    QFETCH(int, dpi);
+    const int most = std::numeric_limits<int>::max();
+    const int sides[] = {NoSize.width(), -most, -1, 0, 1, 2, 9999, 10001, 65536, 1 << 30, most};
+    for (const int width : sides)
     {
-        const int axis = pick(2);
-        QDoubleSpinBox* box = axis == 0 ? dialog.Width() : dialog.Height();
-        switch (pick(8))
+        for (const int height : sides)
         {
-        case 0:
-        {
-            const int unit = pick(UnitCount);
-            const bool alone = pick(3) == 0;
-            walk << QString("unit %1 of axis %2, alone %3").arg(unit).arg(axis).arg(alone);
-            const HeldShift shift(alone);
-            (axis == 0 ? dialog.WidthUnits() : dialog.HeightUnits())->setCurrentIndex(unit);
-            model.SetUnit(axis, unit, alone);
-            break;
+            Walk(QSize(width, height), dpi, 60);
+            if (QTest::currentTestFailed())
+                return;
         }
-        case 1:
-        {
-            const bool on = pick(2) == 1;
-            walk << QString("constrain %1").arg(on);
-            dialog.Constrain()->setChecked(on);
-            model.SetConstrained(on);
-            break;
-        }
-        case 2:
-        {
-            const int to = pick(3) == 0 ? pick(10001) : dialog.DPI()->minimum() + pick(200);
-            walk << QString("dpi %1").arg(to);
-            dialog.DPI()->setValue(to);
-            model.SetDpi(to);
-            break;
-        }
-        default:
-        {
-            // Near the ends, near what is there, or anywhere.
-            const double span = box->maximum() - box->minimum();
-            const double to = pick(4) == 0 ? (pick(2) ? box->maximum() + 1.0 : box->minimum() - 1.0)
-                : pick(3) == 0             ? box->value() + (pick(201) - 100) / 100.0
-                                           : box->minimum() + span * pick(100001) / 100000.0;
-            walk << QString("side %1 of axis %2").arg(to, 0, 'g', 17).arg(axis);
-            box->setValue(to);
-            model.SetSide(axis, to);
-        }
-        }
-        QVERIFY2(StateOf(dialog) == model.State(),
-                 qPrintable(StateOf(dialog) + '\n' + model.State() + '\n' + walk.join('\n')));
-        QCOMPARE(lines.Count(), model.debugLines);
     }
 }
 

@@ -17,6 +17,7 @@
 #include <limits>
 
 #include "BarForm.h"
+#include "CutText.h"
 #include "KXCommonComboBox.h"
 #include "KXDocumentInterface.h"
 #include "KXMdiArea.h"
@@ -190,6 +191,25 @@ struct Host
     QComboBox* heightUnits = nullptr;
     QCheckBox* constrain = nullptr;
     QCheckBox* resample = nullptr;
+};
+
+// Form texts in capitals, texts of the code in brackets.
+class Shouting : public QTranslator
+{
+public:
+    Shouting() { QCoreApplication::installTranslator(this); }
+    ~Shouting() override { QCoreApplication::removeTranslator(this); }
+    Shouting(const Shouting&) = delete;
+    Shouting& operator=(const Shouting&) = delete;
+
+    QString translate(const char* context, const char* text, const char*, int) const override
+    {
+        const bool ours = qstrcmp(context, "ImageSize") == 0 || qstrcmp(context, "NVMeasureUnit") == 0;
+        if (ours)
+            return QString::fromUtf8(text).toUpper();
+        return qstrcmp(context, "NVImageSize") == 0 ? '<' + QString::fromUtf8(text) + '>' : QString();
+    }
+    bool isEmpty() const override { return false; }
 };
 
 int Truncated(double value)
@@ -477,8 +497,14 @@ private Q_SLOTS:
     void tabOrderIsAsStated();
     void captionsLeadToTheirBoxes();
     void textsAreTranslatedUnderTheirNames();
+    void messagesAreTranslated_data();
+    void messagesAreTranslated();
+    void keysStartInTheWidth();
     void interfaceIsAsHostsKnowIt();
     void sizeIsFixedAndFollowsTheTitle();
+    void longNumbersAreNotCutOff_data();
+    void longNumbersAreNotCutOff();
+    void longNumbersOfPixelsAreNotCutOff();
     void picturesAreThoseOfTheDenseScreen();
 
     void startsWithWhatItIsGiven();
@@ -701,19 +727,7 @@ void tst_NVImageSize::captionsLeadToTheirBoxes()
 
 void tst_NVImageSize::textsAreTranslatedUnderTheirNames()
 {
-    class Shouting : public QTranslator
-    {
-    public:
-        QString translate(const char* context, const char* text, const char*, int) const override
-        {
-            const bool ours = qstrcmp(context, "ImageSize") == 0 || qstrcmp(context, "NVMeasureUnit") == 0;
-            if (ours)
-                return QString::fromUtf8(text).toUpper();
-            return qstrcmp(context, "NVImageSize") == 0 ? '<' + QString::fromUtf8(text) + '>' : QString();
-        }
-        bool isEmpty() const override { return false; }
-    } translator;
-    QCoreApplication::installTranslator(&translator);
+    const Shouting translator;
     const Host host;
 
     QCOMPARE(host.dialog->windowTitle(), QString("IMAGE SIZE"));
@@ -734,7 +748,57 @@ void tst_NVImageSize::textsAreTranslatedUnderTheirNames()
     QCOMPARE(host.Title(), QString("<Pixel dimensions: <1.9 Mb>>"));
     host.Edit("w=8");
     QCOMPARE(host.Title(), QString("<Pixel dimensions: <128 b> (was <1.9 Mb>)>"));
-    QCoreApplication::removeTranslator(&translator);
+}
+
+void tst_NVImageSize::messagesAreTranslated_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<QString>("start");
+    QTest::addColumn<QString>("end");
+    const QString plain = "<Cannot resize the image. Maximum dimension exceeded.\nThe width ";
+    const QString atDpi =
+        "<Cannot resize the image. Maximum dimension exceeded for the DPI value.\nThe width ";
+    QTest::newRow("pixels") << int(Pixels) << plain << " pixels.>";
+    QTest::newRow("percent") << int(Percent) << plain << " percents.>";
+    QTest::newRow("inches") << int(Inches) << atDpi << " inches.>";
+    QTest::newRow("millimetres") << int(Millimetres) << atDpi << " millimeters.>";
+}
+
+void tst_NVImageSize::messagesAreTranslated()
+{
+    QFETCH(int, unit);
+    QFETCH(QString, start);
+    QFETCH(QString, end);
+    const Shouting translator;
+    const Host host;
+    host.widthUnits->setCurrentIndex(unit);
+    host.width->setValue(100000.0);
+    ModalDriver driver({[](QWidget* dialog) { ModalDriver::PressKey(dialog, Qt::Key_Return); },
+                        [&](QWidget* window)
+                        {
+                            const auto* box = qobject_cast<KXMessageBox*>(window);
+                            QVERIFY(box);
+                            QCOMPARE(box->windowTitle(), QString("<Operation error>"));
+                            QVERIFY2(box->GetText().startsWith(start), qPrintable(box->GetText()));
+                            QVERIFY2(box->GetText().endsWith(end), qPrintable(box->GetText()));
+                            ModalDriver::PressKey(window, Qt::Key_Return);
+                            ModalDriver::PressKey(host.dialog, Qt::Key_Escape);
+                        }});
+
+    host.dialog->Exec();
+
+    QVERIFY(driver.Finished());
+}
+
+void tst_NVImageSize::keysStartInTheWidth()
+{
+    const Host host(QSize(1000, 500));
+    QVERIFY(host.Show());
+    QVERIFY(host.width->hasFocus());
+
+    QTest::keyClicks(QApplication::focusWidget(), "40");
+
+    QCOMPARE(host.dialog->GetNewSize(), QSize(40, 20));
 }
 
 void tst_NVImageSize::interfaceIsAsHostsKnowIt()
@@ -778,6 +842,70 @@ void tst_NVImageSize::sizeIsFixedAndFollowsTheTitle()
         const auto* label = host.Find<QLabel>(name);
         QVERIFY2(label->width() >= label->fontMetrics().horizontalAdvance(label->text()), name);
     }
+}
+
+void tst_NVImageSize::longNumbersAreNotCutOff_data()
+{
+    QTest::addColumn<int>("points");
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("text");
+    for (const int points : {9, 12, 16})
+    {
+        const auto row = [points](int unit, double value, const char* text)
+        { QTest::addRow("%s in %d pt", text, points) << points << unit << value << QString(text); };
+        row(Percent, 150.0, "150.00");
+        row(Pixels, 10000.0, "10000");
+        row(Pixels, 100000.0, "100000");
+        row(Millimetres, 3527.78, "3527.78");
+        row(Percent, 100000.0, "100000.00");
+    }
+}
+
+void tst_NVImageSize::longNumbersAreNotCutOff()
+{
+    QFETCH(int, points);
+    QFETCH(int, unit);
+    QFETCH(double, value);
+    QFETCH(QString, text);
+    const FontSize larger(points);
+    const Host host(QSize(1000, 1000));
+    QVERIFY(host.Show());
+
+    host.Edit("keep=0");
+    host.widthUnits->setCurrentIndex(unit);
+    host.width->setValue(value);
+    host.height->setValue(value);
+
+    for (const QDoubleSpinBox* box : {host.width, host.height})
+    {
+        QCOMPARE(box->width(), 70);
+        QCOMPARE(box->text(), text);
+        QVERIFY(box->rect().contains(box->findChild<QLineEdit*>()->geometry()));
+        QVERIFY(box->findChild<QLineEdit*>()->font().pointSizeF() >= 6.0);
+    }
+    host.resolution->setValue(3200.0);
+    QTRY_COMPARE(CutText(host.dialog), QString());
+}
+
+void tst_NVImageSize::longNumbersOfPixelsAreNotCutOff()
+{
+    const FontSize larger(12);
+    const Host host(QSize(10000, 10000));
+    QVERIFY(host.Show());
+
+    host.Edits("unit=1, w=100000");
+
+    for (const char* name : {"m_pPixelWidth", "m_pPixelHeight"})
+    {
+        const auto* label = host.Find<QLabel>(name);
+        QCOMPARE(label->text(), QString("10000000"));
+        QCOMPARE(label->width(), 70);
+        QVERIFY(label->font().pointSizeF() >= 6.0);
+    }
+    QTRY_COMPARE(CutText(host.dialog), QString());
+    host.Edits("w=100");
+    QCOMPARE(host.Find<QLabel>("m_pPixelWidth")->font().pointSizeF(), 12.0);
 }
 
 void tst_NVImageSize::picturesAreThoseOfTheDenseScreen()
