@@ -90,7 +90,7 @@ tour() {
 }
 
 full_stages() {
-    # with it the tour prints a page too
+    # with it the tours print a page too
     local print_server=()
     [ ! -x /usr/sbin/cupsd ] || print_server=(tests/printing/with-print-server.sh)
     stage "format" tools/format.sh --check
@@ -108,14 +108,16 @@ full_stages() {
     stage "the library inside another project" tests/examples/embedded.sh build/embedded --build
     if stage "build for release" build release; then
         stage "benchmarks" tools/benchmarks.sh --benchmark_min_time=0.05
+        stage "instructions of a scan" tools/batch-scan-instructions.py
         stage "tour, offscreen" tour offscreen "${print_server[@]}" env QT_QPA_PLATFORM=offscreen
         if command -v Xvfb >/dev/null; then
-            stage "tour, virtual display" tour display env QT_QPA_PLATFORM=xcb tools/virtual-display.sh
+            stage "tour, virtual display" tour display "${print_server[@]}" env QT_QPA_PLATFORM=xcb \
+                tools/virtual-display.sh
         else
             skip "tour, virtual display (no Xvfb)"
         fi
     else
-        skip "benchmarks" "tour, offscreen" "tour, virtual display"
+        skip "benchmarks" "instructions of a scan" "tour, offscreen" "tour, virtual display"
     fi
 }
 
@@ -129,7 +131,7 @@ thread_stages() {
 }
 
 groups=(build run test print)
-[ "$full" = no ] || groups+=(lint)
+[ "$full" = no ] || groups+=(lint measure)
 [ "$thread" = no ] || groups+=(thread)
 stage "packages" tools/install-packages.sh "${groups[@]}" || exit 1
 

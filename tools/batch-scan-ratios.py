@@ -92,6 +92,11 @@ def commands(root, suffixes):
 
 
 # What starting a program takes is no part of a scan in a running editor: those that can, tell their time themselves.
+def known_suffixes():
+    return subprocess.run([PROGRAM, "--suffixes"], env=dict(os.environ, QT_QPA_PLATFORM="offscreen"),
+                          stdout=subprocess.PIPE, check=True).stdout.decode().split()
+
+
 def run(command):
     environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8")
     start = time.perf_counter()
@@ -167,8 +172,7 @@ def main():
     parser.add_argument("--folder", help="where the trees are made, and kept for the next run")
     options = parser.parse_args()
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-    suffixes = subprocess.run([PROGRAM, "--suffixes"], env=dict(os.environ, QT_QPA_PLATFORM="offscreen"),
-                              stdout=subprocess.PIPE, check=True).stdout.decode().split()
+    suffixes = known_suffixes()
     folder = options.folder or tempfile.mkdtemp(prefix="batch-scan-")
     try:
         costs = {}

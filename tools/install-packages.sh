@@ -1,6 +1,6 @@
 #!/bin/bash
 # Installs the Debian packages that the named groups need and that are not there yet.
-#   tools/install-packages.sh GROUP...     groups: build run wayland test print lint thread fuzz
+#   tools/install-packages.sh GROUP...     groups: build run wayland test print lint measure thread fuzz
 # NORVANE_SKIP_PACKAGES=1 leaves the machine as it is, for systems whose packages have other names.
 set -euo pipefail
 
@@ -17,6 +17,8 @@ group_packages() {
         # a print server for the tests, and what measures the documents that reach it
         print) echo cups-daemon cups-client poppler-utils ;;
         lint) echo git clang-format clang-tidy clazy ;;
+        # what counts instructions
+        measure) echo valgrind ;;
         # what the toolkit's core is built from for the thread sanitizer
         thread) echo ca-certificates dpkg-dev make perl pkg-config xz-utils zlib1g-dev libpcre2-dev \
             libdouble-conversion-dev libglib2.0-dev libicu-dev ;;

@@ -16,6 +16,8 @@ namespace
 
 // For the width of the first column.
 const int RowsMeasured = 50;
+// Of the column of places, in letters, until somebody drags it.
+const int PlaceLetters = 20;
 
 } // namespace
 
@@ -36,10 +38,11 @@ BatchListPage::BatchListPage(const QStringList& headings, QWidget* parent)
     m_pView->setAllColumnsShowFocus(true);
     QHeaderView* header = m_pView->header();
     header->setResizeContentsPrecision(RowsMeasured);
-    header->setSectionResizeMode(QHeaderView::Stretch);
+    header->setStretchLastSection(true);
     if (headings.size() > 2)
         header->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    header->setStretchLastSection(false);
+    if (headings.size() > 1)
+        header->resizeSection(headings.size() - 2, PlaceLetters * fontMetrics().averageCharWidth());
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(m_pCopy);

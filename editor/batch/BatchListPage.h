@@ -16,7 +16,7 @@ class BatchListPage : public QWidget
     Q_OBJECT
 
 public:
-    // The headings of the columns.
+    // The headings of the columns. The last column has the room that the others leave.
     explicit BatchListPage(const QStringList& headings, QWidget* parent = nullptr);
 
     // What the page shows. The functions are called when somebody wants to see a row or to have the text.

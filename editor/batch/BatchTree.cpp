@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
-#include <QSet>
 
 #include <algorithm>
 
@@ -48,6 +47,15 @@ void MapFolders(Node* node, QHash<QString, Node*>& folders)
         MapFolders(child, folders);
 }
 
+void ListFolders(const Node& node, QSet<QString>& paths)
+{
+    if (IsFile(node))
+        return;
+    paths.insert(PathOf(node));
+    for (const Node* child : node.children)
+        ListFolders(*child, paths);
+}
+
 // Folders stand first.
 int ImagesIn(const Node& folder)
 {
@@ -56,12 +64,25 @@ int ImagesIn(const Node& folder)
     return int(folder.children.cend() - firstFile);
 }
 
-int RootCount(const FolderSurvey& survey, const Model& model)
+using Counts = QHash<QString, int>;
+
+Counts CountsWithin(const QSet<QString>& folders, const Counts& all)
+{
+    Counts counts;
+    for (auto folder = all.cbegin(); folder != all.cend(); ++folder)
+    {
+        if (IsWithin(folder.key(), folders))
+            counts.insert(folder.key(), folder.value());
+    }
+    return counts;
+}
+
+int RootCount(const Counts& counts, const Model& model)
 {
     int count = 0;
-    for (auto folder = survey.imageCounts.cbegin(); folder != survey.imageCounts.cend(); ++folder)
+    for (auto folder = counts.cbegin(); folder != counts.cend(); ++folder)
     {
-        if (!survey.imageCounts.contains(QFileInfo(folder.key()).path()))
+        if (!counts.contains(QFileInfo(folder.key()).path()))
             count += model.FindPath(folder.key()).data(Model::NodeFileCountRole).toInt();
     }
     return count;
@@ -133,28 +154,50 @@ void InsertParts(const FolderSurvey& survey, const Model& parts, Model* model)
         model->InsertBranch(branch, QModelIndex());
 }
 
-QVector<PassedOver> FindVanished(const FolderSurvey& survey, const Model& model)
+QVector<PassedOver> FindVanished(const FolderSurvey& survey, const QStringList& scanned, const Model& model)
 {
     QVector<PassedOver> vanished;
+    const Counts counts = CountsWithin({scanned.cbegin(), scanned.cend()}, survey.imageCounts);
     int expected = 0;
-    for (int count : survey.imageCounts)
+    for (int count : counts)
         expected += count;
     // Seldom anything is missing, and the tree may be large.
-    if (RootCount(survey, model) >= expected)
+    if (RootCount(counts, model) >= expected)
         return vanished;
-    for (auto folder = survey.imageCounts.cbegin(); folder != survey.imageCounts.cend(); ++folder)
+    for (auto folder = counts.cbegin(); folder != counts.cend(); ++folder)
     {
         const Node* node = model.NodeAt(model.FindPath(folder.key()));
         const QString above = QFileInfo(folder.key()).path();
-        if (!node && (!survey.imageCounts.contains(above) || model.FindPath(above).isValid()))
+        if (!node && (!counts.contains(above) || model.FindPath(above).isValid()))
             vanished.append({folder.key(), PassedOver::Vanished, 1, QString()});
         else if (node && ImagesIn(*node) < folder.value())
             vanished.append(
-                {folder.key(), PassedOver::Vanished, folder.value() - ImagesIn(*node), QString()});
+                {folder.key(), PassedOver::ImagesVanished, folder.value() - ImagesIn(*node), QString()});
     }
     std::sort(vanished.begin(), vanished.end(),
               [](const PassedOver& a, const PassedOver& b) { return a.path < b.path; });
     return vanished;
+}
+
+QSet<QString> FolderPaths(const Model& model)
+{
+    QSet<QString> paths;
+    for (int row = 0; row < model.rowCount(); ++row)
+        ListFolders(*model.NodeAt(model.index(row, 0)), paths);
+    return paths;
+}
+
+bool IsWithin(const QString& path, const QSet<QString>& folders)
+{
+    QString above = path;
+    while (!folders.contains(above))
+    {
+        const int slash = above.lastIndexOf(QLatin1Char('/'));
+        if (slash < 0 || above.size() == 1)
+            return false;
+        above.truncate(qMax(slash, 1));
+    }
+    return true;
 }
 
 QModelIndexList TopMost(const QModelIndexList& indexes)

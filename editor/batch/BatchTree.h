@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QModelIndexList>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -30,8 +31,13 @@ KXBatchInputModel::Node* CopyBranch(const KXBatchInputModel::Node& node);
 // Inserts the skeletons of a survey with its scanned parts hung under them; what hangs under none becomes a
 // top row.
 void InsertParts(const FolderSurvey& survey, const KXBatchInputModel& parts, KXBatchInputModel* model);
-// What the survey saw and the model lacks after the scan.
-QVector<PassedOver> FindVanished(const FolderSurvey& survey, const KXBatchInputModel& model);
+// What the survey saw and the model lacks after a scan of these folders with all that is below them.
+QVector<PassedOver> FindVanished(const FolderSurvey& survey, const QStringList& scanned,
+                                 const KXBatchInputModel& model);
+// The rows that are no images.
+QSet<QString> FolderPaths(const KXBatchInputModel& model);
+// One of them, or below one of them. All paths are absolute and clean.
+bool IsWithin(const QString& path, const QSet<QString>& folders);
 
 // Without those that lie below another one.
 QModelIndexList TopMost(const QModelIndexList& indexes);

@@ -154,14 +154,21 @@ void BatchWindow::RemoveRows()
     if (m_state != Idle)
         return;
     QModelIndexList rows;
+    QSet<QString> paths;
     const QModelIndexList selected = m_pTree->selectionModel()->selectedRows();
+    if (selected.isEmpty())
+        return;
     for (const QModelIndex& index : selected)
+    {
         rows.append(m_pFilter->mapToSource(index));
+        paths.insert(index.data(Model::NodePathRole).toString());
+    }
     const int before = m_model.GetFileCount();
     RemoveIndexes(&m_model, rows);
-    if (!rows.isEmpty())
-        SetStatus(CountText(before - m_model.GetFileCount(), tr("Took 1 image off the list."),
-                            tr("Took %1 images off the list.")));
+    ForgetPassedOver(paths);
+    ShowPassedOver();
+    SetStatus(CountText(before - m_model.GetFileCount(), tr("Took 1 image off the list."),
+                        tr("Took %1 images off the list.")));
 }
 
 void BatchWindow::Start()

@@ -113,7 +113,9 @@ private:
     bool Scan(const FolderSurvey& survey, Answer answer);
     bool RunRefresh(const FolderSurvey& survey, Answer answer);
     bool ScanWithoutLoops(const FolderSurvey& survey);
-    void NotePassedOver(const FolderSurvey& survey, Answer answer);
+    void NotePassedOver(const FolderSurvey& survey, Answer answer, bool isDone);
+    void ForgetPassedOver(const QSet<QString>& folders);
+    void TellChange(bool isDone, int filesBefore);
     void ShowPassedOver();
     void ShowReport();
     bool AskToEndJob();
@@ -129,6 +131,10 @@ private:
     QPointer<QWidget> m_pFocusBefore;
 
     Errand m_errand;
+    // What has come of it: the folders that were scanned with all below them, and whether any row of the tree
+    // is another.
+    QStringList m_scanned;
+    bool m_hasChanged = false;
     std::shared_ptr<SurveyProgress> m_pProgress;
     QFutureWatcher<FolderSurvey> m_survey;
     QVector<PassedOver> m_passedOver;

@@ -10,8 +10,10 @@
 #include <QtConcurrent>
 
 #include <algorithm>
+#include <iterator>
 
 #include "BatchFilterModel.h"
+#include "BatchRefresh.h"
 #include "BatchReport.h"
 #include "BatchTreeView.h"
 #include "CountText.h"
@@ -27,12 +29,6 @@ namespace
 const int LoopsShown = 5;
 // Folders that are opened when they have been added.
 const int PathsOpened = 3;
-
-bool IsWithin(const QString& path, const QString& folder)
-{
-    const QString prefix = folder.endsWith(QLatin1Char('/')) ? folder : folder + QLatin1Char('/');
-    return path == folder || path.startsWith(prefix);
-}
 
 } // namespace
 
@@ -71,20 +67,14 @@ void BatchWindow::OnSurveyed()
     const Answer answer = survey.loops.isEmpty() ? ScanAnyway : AskAboutLoops(survey);
     const bool isDone =
         answer != DoNothing && (m_errand.isRefresh ? RunRefresh(survey, answer) : Scan(survey, answer));
-    if (isDone)
-        NotePassedOver(survey, answer);
+    if (isDone || m_hasChanged)
+        NotePassedOver(survey, answer, isDone);
     const QStringList opened = m_errand.paths.mid(0, PathsOpened);
     for (const QString& path : opened)
         m_pTree->expand(m_pFilter->mapFromSource(m_model.FindPath(path)));
     m_pTree->GetThumbnails()->Clear();
     SetState(Idle);
-    const int more = m_model.GetFileCount() - before;
-    if (!isDone)
-        SetStatus(tr("Cancelled. Nothing was changed."));
-    else if (more < 0)
-        SetStatus(CountText(-more, tr("1 image less than before."), tr("%1 images less than before.")));
-    else
-        SetStatus(CountText(more, tr("1 new image."), tr("%1 new images.")));
+    TellChange(isDone, before);
 }
 
 void BatchWindow::OnTick()
@@ -116,6 +106,8 @@ void BatchWindow::Survey(const Errand& errand)
     if (m_state != Idle)
         return;
     m_errand = errand;
+    m_scanned.clear();
+    m_hasChanged = false;
     m_pProgress = std::make_shared<SurveyProgress>();
     SetState(Surveying);
     m_survey.setFuture(
@@ -159,26 +151,29 @@ bool BatchWindow::Scan(const FolderSurvey& survey, Answer answer)
     if (answer == LeaveOut)
         return ScanWithoutLoops(survey);
     KXAddToBatchDialog dialog(&m_model, this);
-    return dialog.AddFolders(m_errand.paths) == KXDialog::ResultAccepted;
+    if (dialog.AddFolders(m_errand.paths) != KXDialog::ResultAccepted)
+        return false;
+    m_scanned = m_errand.paths;
+    return true;
 }
 
 bool BatchWindow::RunRefresh(const FolderSurvey& survey, Answer answer)
 {
     if (answer == LeaveOut && !ScanWithoutLoops(survey))
         return false;
-    bool isCancelled = false;
+    BatchRefresh refresh(&m_model, this, m_errand.force);
+    bool isDone = true;
     for (const QString& path : qAsConst(m_errand.paths))
     {
         const QModelIndex index = m_model.FindPath(path);
         // By now what is left to be looked at are images, and folders that are gone.
-        const bool isDone = answer == LeaveOut && survey.imageCounts.contains(path);
-        if (!index.isValid() || isDone || isCancelled)
-            continue;
-        KXAddToBatchDialog dialog(&m_model, this);
-        connect(&dialog, &KXDialog::Rejected, this, [&isCancelled] { isCancelled = true; });
-        dialog.Update(index, m_errand.force);
+        const bool isScanned = answer == LeaveOut && survey.imageCounts.contains(path);
+        if (index.isValid() && !isScanned)
+            isDone = isDone && refresh.Look(index);
     }
-    return !isCancelled;
+    m_scanned += refresh.GetScanned();
+    m_hasChanged |= refresh.HasChanged();
+    return isDone;
 }
 
 // The rows of what is on the way to a link are made here, since a scan of them would follow it.
@@ -195,26 +190,54 @@ bool BatchWindow::ScanWithoutLoops(const FolderSurvey& survey)
             m_model.removeRows(0, m_model.rowCount(index), index);
     }
     InsertParts(survey, parts, &m_model);
+    m_scanned = m_errand.paths;
+    m_hasChanged = true;
     return true;
 }
 
-void BatchWindow::NotePassedOver(const FolderSurvey& survey, Answer answer)
+void BatchWindow::NotePassedOver(const FolderSurvey& survey, Answer answer, bool isDone)
 {
-    const auto isLookedAtAgain = [this](const PassedOver& entry)
+    const QStringList& paths = isDone ? m_errand.paths : m_scanned;
+    const QSet<QString> lookedAt(paths.cbegin(), paths.cend());
+    const QSet<QString> folders = FolderPaths(m_model);
+    // What is not asked for lies in a folder of the tree, or is one.
+    const auto isWanted = [&](const QString& path)
     {
-        return std::any_of(m_errand.paths.cbegin(), m_errand.paths.cend(),
-                           [&entry](const QString& path) { return IsWithin(entry.path, path); });
+        return IsWithin(path, lookedAt) &&
+            (lookedAt.contains(path) || folders.contains(path) || folders.contains(QFileInfo(path).path()));
     };
-    m_passedOver.erase(std::remove_if(m_passedOver.begin(), m_passedOver.end(), isLookedAtAgain),
-                       m_passedOver.end());
-    m_passedOver += survey.passedOver;
+    ForgetPassedOver(lookedAt);
+    std::copy_if(survey.passedOver.cbegin(), survey.passedOver.cend(), std::back_inserter(m_passedOver),
+                 [&isWanted](const PassedOver& entry) { return isWanted(entry.path); });
     for (const LinkLoop& loop : survey.loops)
     {
-        if (answer == LeaveOut)
+        if (answer == LeaveOut && isWanted(loop.path))
             m_passedOver.append({loop.path, PassedOver::LeadsBack, 1, loop.target});
     }
-    m_passedOver += FindVanished(survey, m_model);
+    m_passedOver += FindVanished(survey, m_scanned, m_model);
     std::stable_sort(m_passedOver.begin(), m_passedOver.end(),
                      [](const PassedOver& a, const PassedOver& b) { return a.path < b.path; });
     ShowPassedOver();
+}
+
+// With all that lies in them.
+void BatchWindow::ForgetPassedOver(const QSet<QString>& folders)
+{
+    m_passedOver.erase(std::remove_if(m_passedOver.begin(), m_passedOver.end(),
+                                      [&folders](const PassedOver& entry)
+                                      { return IsWithin(entry.path, folders); }),
+                       m_passedOver.end());
+}
+
+void BatchWindow::TellChange(bool isDone, int filesBefore)
+{
+    const int more = m_model.GetFileCount() - filesBefore;
+    if (!isDone && m_hasChanged)
+        SetStatus(tr("Cancelled. What was refreshed before that stays."));
+    else if (!isDone)
+        SetStatus(tr("Cancelled. Nothing was changed."));
+    else if (more < 0)
+        SetStatus(CountText(-more, tr("1 image less than before."), tr("%1 images less than before.")));
+    else
+        SetStatus(CountText(more, tr("1 new image."), tr("%1 new images.")));
 }

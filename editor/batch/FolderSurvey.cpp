@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "BatchReport.h"
+#include "CountText.h"
 #include "KXAddToBatchManager.h"
 
 namespace fs = std::filesystem;
@@ -58,6 +59,7 @@ struct Listing
     std::string oneOther;
     // Of the others, in lower case.
     QSet<QString> suffixes;
+    std::error_code error;
 };
 
 class Surveyor
@@ -74,11 +76,14 @@ private:
     bool isOver() const;
     bool isImage(const std::string& name) const;
     void note(const QString& path, PassedOver::Reason reason, const QString& detail = QString());
+    void noteGap(const QString& path, const std::error_code& error);
+    bool isReached(const QString& path) const;
     void look(const QString& path);
     void visit(const std::string& path, const std::string& place);
     void visitBelow(const std::string& path, const std::string& place, const std::string& name);
-    bool list(const std::string& path, Listing& listing);
+    void list(const std::string& path, Listing& listing);
     void take(const fs::directory_entry& entry, Listing& listing);
+    void takeUnknown(const fs::directory_entry& entry, const std::error_code& error, Listing& listing);
     void takeHidden(const std::string& path, const std::string& name, fs::file_type type);
     void noteOthers(const std::string& path, const Listing& listing);
     void noteLoop(const std::string& path, const std::string& place);
@@ -88,6 +93,7 @@ private:
     const QSet<QString> m_suffixes;
     SurveyProgress* const m_pProgress;
     FolderSurvey m_survey;
+    QSet<QString> m_asked;
     // The folders from what was asked for down to where the survey is: as they are reached, and where they
     // really are.
     std::vector<std::string> m_paths;
@@ -103,10 +109,24 @@ FolderSurvey Surveyor::Run(const QStringList& paths)
     for (const QString& path : paths)
         clean += QDir::cleanPath(QFileInfo(path).absoluteFilePath());
     clean.removeDuplicates();
+    m_asked = QSet<QString>(clean.cbegin(), clean.cend());
+    // Those that may hold others come first.
+    QStringList ordered = clean;
+    std::stable_sort(ordered.begin(), ordered.end(),
+                     [](const QString& a, const QString& b) { return a.size() < b.size(); });
+    QSet<QString> held;
+    for (const QString& path : qAsConst(ordered))
+    {
+        if (isReached(path))
+            held.insert(path);
+        else
+            look(path);
+    }
     for (const QString& path : qAsConst(clean))
-        look(path);
-    for (const QString& path : qAsConst(clean))
-        split(path);
+    {
+        if (!held.contains(path))
+            split(path);
+    }
     return m_survey;
 }
 
@@ -123,6 +143,23 @@ bool Surveyor::isImage(const std::string& name) const
 void Surveyor::note(const QString& path, PassedOver::Reason reason, const QString& detail)
 {
     m_survey.passedOver.append({path, reason, 1, detail});
+}
+
+// A folder that could not be listed to its end.
+void Surveyor::noteGap(const QString& path, const std::error_code& error)
+{
+    const bool isGone = error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
+    note(path, isGone ? PassedOver::Vanished : PassedOver::Unreadable);
+    if (isGone)
+        m_survey.imageCounts.remove(path);
+}
+
+// In a folder that was asked for as well.
+bool Surveyor::isReached(const QString& path) const
+{
+    const QFileInfo info(path);
+    return m_survey.imageCounts.contains(path) ||
+        (m_survey.imageCounts.contains(info.path()) && !info.isHidden() && info.isFile());
 }
 
 // At something that was asked for itself.
@@ -151,11 +188,11 @@ void Surveyor::visit(const std::string& path, const std::string& place)
     if (m_pProgress)
         ++m_pProgress->folders;
     Listing listing;
-    const bool isRead = list(path, listing);
+    list(path, listing);
     m_survey.imageCounts.insert(ToText(path), listing.images);
     m_survey.imageCount += listing.images;
-    if (!isRead)
-        note(ToText(path), PassedOver::Unreadable);
+    if (listing.error)
+        noteGap(ToText(path), listing.error);
     noteOthers(path, listing);
     m_paths.push_back(path);
     m_places.push_back(place);
@@ -179,18 +216,16 @@ void Surveyor::visitBelow(const std::string& path, const std::string& place, con
 }
 
 // All of it at once, so that no folder stays open on the way down.
-bool Surveyor::list(const std::string& path, Listing& listing)
+void Surveyor::list(const std::string& path, Listing& listing)
 {
-    std::error_code error;
-    fs::directory_iterator at(path, error);
-    for (; !error && at != fs::directory_iterator(); at.increment(error))
+    fs::directory_iterator at(path, listing.error);
+    while (!listing.error && at != fs::directory_iterator() && !isOver())
     {
-        if (isOver())
-            break;
         take(*at, listing);
+        if (!listing.error)
+            at.increment(listing.error);
     }
     std::sort(listing.folders.begin(), listing.folders.end());
-    return !error;
 }
 
 void Surveyor::take(const fs::directory_entry& entry, Listing& listing)
@@ -208,8 +243,8 @@ void Surveyor::take(const fs::directory_entry& entry, Listing& listing)
         takeHidden(path, name, type);
     else if (type == fs::file_type::directory)
         listing.folders.push_back(name);
-    else if (type == fs::file_type::not_found || error == std::errc::too_many_symbolic_link_levels)
-        note(ToText(path), PassedOver::LeadsNowhere, QFile::symLinkTarget(ToText(path)));
+    else if (error)
+        takeUnknown(entry, error, listing);
     else if (type == fs::file_type::regular && isImage(name))
         ++listing.images;
     else if (type == fs::file_type::regular)
@@ -222,9 +257,28 @@ void Surveyor::take(const fs::directory_entry& entry, Listing& listing)
         note(ToText(path), PassedOver::NotPlain);
 }
 
+// What the disk does not tell of.
+void Surveyor::takeUnknown(const fs::directory_entry& entry, const std::error_code& error, Listing& listing)
+{
+    const QString path = ToText(entry.path().string());
+    std::error_code own;
+    const fs::file_type type = fs::symlink_status(entry.path(), own).type();
+    // A folder that gives out names and nothing else does so for all of them.
+    if (own == std::errc::permission_denied)
+        listing.error = own;
+    else if (type == fs::file_type::not_found)
+        note(path, PassedOver::Vanished);
+    else if (type == fs::file_type::symlink && error != std::errc::permission_denied)
+        note(path, PassedOver::LeadsNowhere, QFile::symLinkTarget(path));
+    else
+        note(path, PassedOver::Unreadable);
+}
+
 void Surveyor::takeHidden(const std::string& path, const std::string& name, fs::file_type type)
 {
-    if (type == fs::file_type::directory || (type == fs::file_type::regular && isImage(name)))
+    const bool isWanted =
+        type == fs::file_type::directory || (type == fs::file_type::regular && isImage(name));
+    if (isWanted && !m_asked.contains(ToText(path)))
         note(ToText(path), PassedOver::Hidden);
 }
 
@@ -300,10 +354,12 @@ QString ReasonText(const PassedOver& entry)
                      entry.detail.isEmpty() ? Text::tr("no suffix") : entry.detail);
         return Text::tr("It is of another type");
     case PassedOver::Unreadable:
-        return Text::tr("The folder cannot be read");
+        return Text::tr("It cannot be read");
     case PassedOver::Vanished:
-        return entry.count > 1 ? Text::tr("%1 images vanished while it was scanned").arg(entry.count)
-                               : Text::tr("It does not exist any more");
+        return Text::tr("It does not exist any more");
+    case PassedOver::ImagesVanished:
+        return CountText(entry.count, Text::tr("1 image vanished while it was scanned"),
+                         Text::tr("%1 images vanished while it was scanned"));
     case PassedOver::LeadsBack:
         return Text::tr("Leads back into %1").arg(entry.detail);
     case PassedOver::LeadsNowhere:

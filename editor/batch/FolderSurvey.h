@@ -19,8 +19,9 @@ struct PassedOver
     enum Reason
     {
         Unsupported, // files of other types
-        Unreadable, // a folder that cannot be listed
+        Unreadable, // a folder that cannot be listed or searched, or what a link leads to in one
         Vanished, // was asked for or seen before, and is gone
+        ImagesVanished, // of those seen in a folder before some are gone
         LeadsBack, // a link back into a folder that it lies in
         LeadsNowhere, // a link to nothing
         Hidden,
@@ -66,11 +67,11 @@ struct FolderSurvey
     QVector<PassedOver> passedOver;
     // Images directly in each folder.
     QHash<QString, int> imageCounts;
-    // In all, together with the files that were asked for themselves.
+    // In all, together with the files that were asked for themselves; each once.
     int imageCount = 0;
 
     // To scan all but the loops: the folders that lead to them, each tree of them with its root, and what is
-    // to be scanned and hung under them. Without loops, what was asked for.
+    // to be scanned and hung under them. Without loops, what was asked for, less what lies in the rest of it.
     QVector<std::shared_ptr<Node>> skeletons;
     QStringList parts;
 };

@@ -209,7 +209,7 @@ class Test(ScriptTest):
         self.program("cmake", "mkdir -p build/dev build/asan build/release build/tsan")
         self.program("ctest", self.GOOD)
         for name in ("format.sh", "tidy.sh", "clazy.sh", "benchmarks.sh", "virtual-display.sh", "build-tsan-qt.sh",
-                     "run-tsan.sh"):
+                     "run-tsan.sh", "batch-scan-instructions.py"):
             self.program(name, folder=self.root / "tools")
         self.program("virtual-display.sh", '"$@"', folder=self.root / "tools")
         self.program("embedded.sh", folder=self.root / "tests/examples")
@@ -240,16 +240,17 @@ class Test(ScriptTest):
         self.program("ctest", self.GOOD + f"; echo \"$2 $NORVANE_MONKEY_EVENTS\" >>'{self.folder}/events'")
         run = self.run_script("test.sh", "--full")
         self.assertEqual(run.returncode, 0, run.stdout + run.stderr)
-        for name in ("format.sh", "tidy.sh", "clazy.sh", "benchmarks.sh", "embedded.sh", "virtual-display.sh"):
+        for name in ("format.sh", "tidy.sh", "clazy.sh", "benchmarks.sh", "embedded.sh", "virtual-display.sh",
+                     "batch-scan-instructions.py"):
             self.assertEqual(len(self.called(name)), 1, name)
         self.assertEqual(len(self.called("norvane")), 2)
-        self.assertEqual(len(self.called("with-print-server.sh")), int(os.access("/usr/sbin/cupsd", os.X_OK)))
+        self.assertEqual(len(self.called("with-print-server.sh")), 2 * os.access("/usr/sbin/cupsd", os.X_OK))
         self.assertEqual((self.folder / "events").read_text().splitlines(), ["build/dev ", "build/asan 20000"])
         self.assertEqual(self.called("run-tsan.sh"), [])
 
     def test_full_fails_with_any_stage(self):
         stages = {name: self.root / "tools" for name in ("format.sh", "tidy.sh", "clazy.sh", "benchmarks.sh",
-                                                         "virtual-display.sh")}
+                                                         "batch-scan-instructions.py", "virtual-display.sh")}
         stages["embedded.sh"] = self.root / "tests/examples"
         stages["norvane"] = self.root / "build/release/bin"
         for name, folder in stages.items():

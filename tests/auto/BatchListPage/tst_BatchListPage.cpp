@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -37,6 +38,20 @@ private Q_SLOTS:
         QCOMPARE(view->accessibleName(), QString("2 <b>rows"));
         QCOMPARE(page.findChild<QLabel*>()->text(), QString("2 <b>rows"));
         QCOMPARE(page.findChild<QLabel*>()->textFormat(), Qt::PlainText);
+    }
+
+    void theLastColumnHasTheRoomThatTheOthersLeave()
+    {
+        BatchListPage page({"A", "B", "C"});
+        page.resize(600, 300);
+        page.show();
+        auto* view = page.findChild<QTreeView*>();
+        QHeaderView* header = view->header();
+
+        QVERIFY(header->sectionSize(2) > header->sectionSize(1));
+        QCOMPARE(header->length(), view->viewport()->width());
+        header->resizeSection(1, header->sectionSize(1) + 50);
+        QCOMPARE(header->length(), view->viewport()->width());
     }
 
     void copyTakesTheText()

@@ -134,14 +134,51 @@ private Q_SLOTS:
         survey.imageCounts = {
             {"/top", 1}, {"/top/sub", 4}, {"/top/gone", 2}, {"/top/gone/deep", 1}, {"/other", 1}};
 
-        const QVector<PassedOver> vanished = FindVanished(survey, model);
+        const QVector<PassedOver> vanished = FindVanished(survey, {"/top", "/other"}, model);
 
         QCOMPARE(vanished.size(), 3);
         QCOMPARE(vanished.at(0).path, QString("/other"));
         QCOMPARE(vanished.at(1).path, QString("/top/gone"));
         QCOMPARE(vanished.at(2).path, QString("/top/sub"));
         QCOMPARE(vanished.at(2).count, 2);
-        QCOMPARE(vanished.at(2).reason, PassedOver::Vanished);
+        QCOMPARE(vanished.at(1).reason, PassedOver::Vanished);
+        QCOMPARE(vanished.at(2).reason, PassedOver::ImagesVanished);
+    }
+
+    void onlyWhatWasScannedCanHaveVanished()
+    {
+        Model model;
+        model.InsertBranch(Folder("/top", {}, {Folder("/top/sub", {"a.png"})}), QModelIndex());
+        FolderSurvey survey;
+        survey.imageCounts = {{"/top", 1}, {"/top/sub", 2}, {"/top/sub/new", 1}, {"/top/subway", 1}};
+
+        QVERIFY(FindVanished(survey, {}, model).isEmpty());
+        const QVector<PassedOver> vanished = FindVanished(survey, {"/top/sub"}, model);
+
+        QCOMPARE(vanished.size(), 2);
+        QCOMPARE(vanished.at(0).path, QString("/top/sub"));
+        QCOMPARE(vanished.at(0).count, 1);
+        QCOMPARE(vanished.at(1).path, QString("/top/sub/new"));
+    }
+
+    void whatIsWithinAFolderIsFoundByItsPath()
+    {
+        QVERIFY(IsWithin("/a/b", {"/a/b"}));
+        QVERIFY(IsWithin("/a/b/c/d.png", {"/x", "/a/b"}));
+        QVERIFY(IsWithin("/a", {"/"}));
+        QVERIFY(!IsWithin("/a/bc", {"/a/b"}));
+        QVERIFY(!IsWithin("/a", {"/a/b"}));
+        QVERIFY(!IsWithin("/", {"/a"}));
+        QVERIFY(!IsWithin(QString(), {"/a"}));
+    }
+
+    void foldersAreListedWithoutTheImages()
+    {
+        Model model;
+        model.InsertBranch(Folder("/a", {"1.png"}, {Folder("/a/b", {"2.png"})}), QModelIndex());
+        model.InsertBranch(MakeNode("/c.png", true), QModelIndex());
+
+        QCOMPARE(FolderPaths(model), QSet<QString>({"/a", "/a/b"}));
     }
 
     void whatCameSinceIsNoLoss()
@@ -151,7 +188,7 @@ private Q_SLOTS:
         FolderSurvey survey;
         survey.imageCounts = {{"/top", 1}};
 
-        QVERIFY(FindVanished(survey, model).isEmpty());
+        QVERIFY(FindVanished(survey, {"/top"}, model).isEmpty());
     }
 
     void topMostLeavesOutWhatLiesBelow()

@@ -17,6 +17,7 @@
 #include <QSettings>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTimer>
 #include <QTreeView>
 #include <QUrl>
 
@@ -156,6 +157,20 @@ private Q_SLOTS:
         QCOMPARE(totals(), QString("3 images, 2 folders"));
     }
 
+    void aDropOverTheTreeOrALineIsTakenByTheWindow()
+    {
+        for (QWidget* widget : {tree()->viewport(), static_cast<QWidget*>(lineEdit("m_pFilter")),
+                                static_cast<QWidget*>(lineEdit("m_pFolder"))})
+        {
+            QVERIFY(drop({QUrl::fromLocalFile(m_tree->Path("in/sub"))}, widget));
+            waitForIdle();
+
+            QCOMPARE(totals(), QString("2 images, 2 folders"));
+            QCOMPARE(lineEdit("m_pFilter")->text() + lineEdit("m_pFolder")->text(), QString());
+            model()->Clear();
+        }
+    }
+
     void somethingElseDroppedIsNotTaken() { QVERIFY(!drop({QUrl("https://example.org/a.png")})); }
 
     void theSameFolderAgainIsThereOnce()
@@ -230,10 +245,11 @@ private Q_SLOTS:
         QStringList vanished;
         for (const PassedOver& entry : m_window->GetPassedOver())
         {
-            if (entry.reason == PassedOver::Vanished)
-                vanished += entry.path;
+            if (entry.reason == PassedOver::ImagesVanished)
+                vanished += ReasonText(entry) + ": " + entry.path;
         }
-        QCOMPARE(vanished, QStringList({m_tree->Path("in"), m_tree->Path("in/sub")}));
+        const QString text = "1 image vanished while it was scanned: ";
+        QCOMPARE(vanished, QStringList({text + m_tree->Path("in"), text + m_tree->Path("in/sub")}));
     }
 
     void theDialogIsUpWhileTheScanRuns()
@@ -409,16 +425,99 @@ private Q_SLOTS:
 
     void refreshLeavesAnUnchangedFolderAlone()
     {
-        makeOlder("in");
+        makeOlder("in/sub");
         add({"in"});
+        QCOMPARE(leftOut(), QStringList("other in/sub/notes.txt"));
         Paint(m_tree->Path("in/sub/new.png"));
-        makeOlder("in");
+        m_tree->File("in/sub/second.png");
+        makeOlder("in/sub");
 
         refresh("Refresh");
 
         QCOMPARE(totals(), QString("4 images, 4 folders"));
+        QCOMPARE(leftOut(), QStringList("other in/sub/notes.txt"));
         refresh("Rescan");
+        QCOMPARE(totals(), QString("6 images, 4 folders"));
+    }
+
+    void refreshScansAFolderThatHasChangedInOneThatHasNot()
+    {
+        makeOlder("in");
+        add({"in"});
+        Paint(m_tree->Path("in/sub/deep/new.png"));
+        makeNewer("in/sub/deep");
+        Paint(m_tree->Path("in/late.png"));
+        makeOlder("in");
+        const QPersistentModelIndex kept = model()->FindPath(m_tree->Path("in/sub/c.png"));
+
+        refresh("Refresh");
+
+        QVERIFY(model()->FindPath(m_tree->Path("in/sub/deep/new.png")).isValid());
+        QVERIFY(kept.isValid());
         QCOMPARE(totals(), QString("5 images, 4 folders"));
+        QCOMPARE(status(), QString("1 new image."));
+        QCOMPARE(leftOut(), QStringList("other in/sub/notes.txt"));
+    }
+
+    void whatWasTakenOffIsNotMissedByARefresh()
+    {
+        add({"in"});
+        select({"in/a.png", "in/sub"});
+        QTest::keyClick(tree(), Qt::Key_Delete);
+        QTRY_COMPARE(leftOut(), QStringList());
+        tree()->clearSelection();
+
+        refresh("Refresh");
+
+        QCOMPARE(totals(), QString("1 image, 2 folders"));
+        QCOMPARE(leftOut(), QStringList());
+        refresh("Rescan");
+        QCOMPARE(totals(), QString("4 images, 4 folders"));
+        QCOMPARE(leftOut(), QStringList("other in/sub/notes.txt"));
+    }
+
+    void aRefreshThatIsCancelledKeepsWhatItHasDone()
+    {
+        makeManyFolders();
+        m_tree->File("many/notes.txt");
+        add({"in", "many"});
+        Paint(m_tree->Path("in/new.png"));
+        m_tree->File("in/more.txt");
+        m_tree->Remove("many/notes.txt");
+        // The first dialog may be gone before anybody sees it; the second is up when the first has done its
+        // work.
+        QTimer look;
+        connect(&look, &QTimer::timeout, this,
+                [this]
+                {
+                    QWidget* dialog = QApplication::activeModalWidget();
+                    if (dialog && model()->GetFileCount() == 405)
+                        ModalDriver::Press(dialog, "Cancel");
+                });
+        look.start(0);
+
+        press("Rescan");
+        waitForIdle();
+
+        QCOMPARE(model()->GetFileCount(), 405);
+        QCOMPARE(status(), QString("Cancelled. What was refreshed before that stays."));
+        QCOMPARE(leftOut(),
+                 QStringList({"other in/more.txt", "other in/sub/notes.txt", "other many/notes.txt"}));
+    }
+
+    void aRefreshThatIsCancelledAtOnceChangesNothing()
+    {
+        makeManyFolders();
+        add({"many"});
+        m_tree->File("many/notes.txt");
+        ModalDriver driver([](QWidget* dialog) { ModalDriver::Press(dialog, "Cancel"); });
+
+        press("Rescan");
+        waitForIdle();
+
+        QVERIFY(driver.Finished());
+        QCOMPARE(status(), QString("Cancelled. Nothing was changed."));
+        QCOMPARE(leftOut(), QStringList());
     }
 
     void refreshMarksWhatIsGone()
@@ -744,17 +843,30 @@ private:
         press(name);
         waitForIdle();
     }
-    bool drop(const QList<QUrl>& urls) const
+    // "reason path", relative to the tree.
+    QStringList leftOut() const
     {
+        static const char* const names[] = {"other",   "unreadable", "vanished",  "images",  "back",
+                                            "nowhere", "hidden",     "not plain", "not text"};
+        QStringList entries;
+        for (const PassedOver& entry : m_window->GetPassedOver())
+            entries += names[entry.reason] + (' ' + entry.path.mid(m_tree->Path().size() + 1));
+        return entries;
+    }
+    // On the widget, the window for none.
+    bool drop(const QList<QUrl>& urls, QWidget* widget = nullptr) const
+    {
+        if (!widget)
+            widget = m_window.get();
         QMimeData data;
         data.setUrls(urls);
         QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         enter.ignore();
-        QCoreApplication::sendEvent(m_window.get(), &enter);
+        QCoreApplication::sendEvent(widget, &enter);
         if (!enter.isAccepted())
             return false;
         QDropEvent event(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(m_window.get(), &event);
+        QCoreApplication::sendEvent(widget, &event);
         // The drop is worked on when the program that it came from has been let go.
         QCoreApplication::processEvents();
         return true;

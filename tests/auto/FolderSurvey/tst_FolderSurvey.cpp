@@ -19,7 +19,7 @@ const QStringList Suffixes = {"jpg", "png"};
 // "Reason path", relative to the tree, sorted; with the count if it is not one.
 QStringList Entries(const FolderSurvey& survey, const FolderTree& tree)
 {
-    static const char* const names[] = {"other",   "unreadable", "vanished",  "back",
+    static const char* const names[] = {"other",   "unreadable", "vanished",  "images",  "back",
                                         "nowhere", "hidden",     "not plain", "not text"};
     QStringList entries;
     for (const PassedOver& entry : survey.passedOver)
@@ -138,6 +138,98 @@ private Q_SLOTS:
 
         QCOMPARE(Entries(survey, tree), QStringList("unreadable locked"));
         QCOMPARE(survey.imageCount, 1);
+    }
+
+    void aFolderThatGivesOutNamesOnlyIsToldOnce()
+    {
+        const FolderTree tree;
+        tree.Files({"a.png", "names/b.png", "names/c.txt", "names/sub/d.png"});
+        tree.SetMode("names", 0644);
+        FolderSurvey survey;
+        {
+            const WithoutRights nobody;
+            survey = Survey(tree);
+        }
+        tree.SetMode("names", 0755);
+
+        QCOMPARE(Entries(survey, tree), QStringList("unreadable names"));
+        QCOMPARE(survey.imageCount, 1);
+    }
+
+    void aLinkIntoALockedFolderIsTold()
+    {
+        const FolderTree tree;
+        tree.Files({"top/a.png", "locked/b.png"});
+        tree.Link("../locked/b.png", "top/link.png");
+        tree.SetMode("locked", 0);
+        FolderSurvey survey;
+        {
+            const WithoutRights nobody;
+            survey = Survey(tree, "top");
+        }
+        tree.SetMode("locked", 0755);
+
+        QCOMPARE(Entries(survey, tree), QStringList("unreadable top/link.png"));
+        QCOMPARE(survey.imageCount, 1);
+    }
+
+    void aFolderThatVanishesMeanwhileIsToldAsGone()
+    {
+        QStringList entries;
+        // The survey may be through before the other thread has begun.
+        for (int attempt = 0; attempt < 50 && entries.isEmpty(); ++attempt)
+        {
+            const FolderTree tree;
+            for (int i = 0; i < 200; ++i)
+                tree.Folder("f" + QByteArray::number(i) + "/sub");
+            tree.Folder("z");
+            SurveyProgress progress;
+            std::thread other(
+                [&]
+                {
+                    // By then the folder above has been listed.
+                    while (progress.folders < 2)
+                        std::this_thread::yield();
+                    tree.Remove("z");
+                });
+            const FolderSurvey survey = SurveyFolders({tree.Path()}, Suffixes, &progress);
+            other.join();
+            entries = Entries(survey, tree);
+            QCOMPARE(survey.imageCounts.contains(tree.Path("z")), entries.isEmpty());
+        }
+
+        QCOMPARE(entries, QStringList("vanished z"));
+    }
+
+    void whatLiesInAnotherRequestIsWalkedOnce()
+    {
+        const FolderTree tree;
+        tree.Files({"in/a.png", "in/b.txt", "in/sub/c.png", "in/sub/d.txt", "in/.secret/e.png",
+                    "in/.hidden.png", "other.png"});
+
+        const FolderSurvey survey = SurveyFolders(
+            {tree.Path("in/sub"), tree.Path("in/a.png"), tree.Path("in/b.txt"), tree.Path("in/.secret"),
+             tree.Path("in"), tree.Path("other.png"), tree.Path("in/gone.png")},
+            Suffixes);
+
+        QCOMPARE(Entries(survey, tree),
+                 QStringList({"hidden in/.hidden.png", "other in/b.txt", "other in/sub/d.txt",
+                              "vanished in/gone.png"}));
+        QCOMPARE(survey.imageCount, 4);
+        QCOMPARE(Parts(survey, tree), QStringList({"in", "in/.secret", "in/gone.png", "other.png"}));
+    }
+
+    void aLoopIsFoundFromTheFolderAboveThoughTheOneBelowIsAskedForFirst()
+    {
+        const FolderTree tree;
+        tree.File("top/sub/a.png");
+        tree.Link("..", "top/sub/up");
+
+        const FolderSurvey survey = SurveyFolders({tree.Path("top/sub"), tree.Path("top")}, Suffixes);
+
+        QCOMPARE(Loops(survey, tree), QStringList("top/sub/up > top"));
+        QCOMPARE(survey.skeletons.size(), 1);
+        QCOMPARE(Parts(survey, tree), QStringList("top/sub/a.png"));
     }
 
     void whatWasAskedForItselfIsLookedAt()
@@ -324,10 +416,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::newRow("other") << int(PassedOver::Unsupported) << 1 << "It is of another type";
         QTest::newRow("others") << int(PassedOver::Unsupported) << 3 << "3 files of other types: %1";
-        QTest::newRow("unreadable") << int(PassedOver::Unreadable) << 1 << "The folder cannot be read";
+        QTest::newRow("unreadable") << int(PassedOver::Unreadable) << 1 << "It cannot be read";
         QTest::newRow("vanished") << int(PassedOver::Vanished) << 1 << "It does not exist any more";
         QTest::newRow("some vanished")
-            << int(PassedOver::Vanished) << 2 << "2 images vanished while it was scanned";
+            << int(PassedOver::ImagesVanished) << 2000 << "2,000 images vanished while it was scanned";
+        QTest::newRow("one vanished")
+            << int(PassedOver::ImagesVanished) << 1 << "1 image vanished while it was scanned";
         QTest::newRow("back") << int(PassedOver::LeadsBack) << 1 << "Leads back into %1";
         QTest::newRow("nowhere") << int(PassedOver::LeadsNowhere) << 1 << "A link to nothing: %1";
         QTest::newRow("hidden") << int(PassedOver::Hidden) << 1 << "It is hidden";
@@ -350,7 +444,7 @@ private Q_SLOTS:
         const QVector<PassedOver> entries = {{"/a\nb", PassedOver::Hidden, 1, QString()},
                                              {"/c", PassedOver::Unreadable, 1, QString()}};
 
-        QCOMPARE(PassedOverText(entries), QString("It is hidden\t/a\\nb\nThe folder cannot be read\t/c\n"));
+        QCOMPARE(PassedOverText(entries), QString("It is hidden\t/a\\nb\nIt cannot be read\t/c\n"));
     }
 };
 
