@@ -7,7 +7,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMenu>
-#include <QPrinterInfo>
 #include <QSettings>
 #include <QThread>
 
@@ -19,6 +18,7 @@
 #include "PrintJobs.h"
 #include "PrintPage.h"
 #include "PrintServer.h"
+#include "PrinterList.h"
 #include "WatchedDevice.h"
 
 namespace
@@ -46,6 +46,16 @@ QString SummaryOf(const NVPrintPreviewDialog* dialog, const QSize& picture)
         {ListOf(dialog, "m_pPageSize")->currentText(), dialog->CalcAffineTransformation(), picture,
          ListOf(dialog, "m_pDPI")->currentData().toInt(),
          ToPageLayoutUnits(NVPrintPreviewDialog::Unit(ListOf(dialog, "m_pUnits")->currentIndex()))});
+}
+
+// Empty if the page has room.
+QString WhyNoRoom(const NVPrintPreviewDialog* dialog)
+{
+    if (ListOf(dialog, "m_pDPI")->currentData().toInt() <= 0)
+        return PrintMenu::tr("The printer %1 offers no resolution to print with.").arg(PrinterOf(dialog));
+    if (dialog->GetClipRect().isEmpty())
+        return PrintMenu::tr("The margins leave no room on the page.");
+    return QString();
 }
 
 } // namespace
@@ -81,28 +91,24 @@ struct PrintMenu::Printers
 {
     PrintServerState state = PrintServerState::Hangs;
     QString address;
-    QStringList names;
-    // Those that print nothing at present.
-    QStringList stopped;
+    PrinterList list;
     // Below 0 if it does not tell.
     int lastJob = -1;
 
     // Blocks, so it is for another thread.
-    void Find()
+    void Find(const FileProgress* progress)
     {
         address = PrintServerAddress();
         state = ProbePrintServer(address);
         // Where none is found here, the toolkit may still know one by the system's settings.
         if (state == PrintServerState::Hangs)
             return;
-        const QList<QPrinterInfo> printers = QPrinterInfo::availablePrinters();
-        for (const QPrinterInfo& printer : printers)
+        if (!list.Find(progress))
         {
-            names += printer.printerName();
-            if (printer.state() == QPrinter::Error || printer.state() == QPrinter::Aborted)
-                stopped += printer.printerName();
+            state = PrintServerState::Hangs;
+            return;
         }
-        const QueuedJobs jobs = names.isEmpty() ? QueuedJobs() : AskForJobs(address);
+        const QueuedJobs jobs = list.names.isEmpty() ? QueuedJobs() : AskForJobs(address);
         lastJob = jobs.isKnown ? jobs.LastId() : -1;
     }
 
@@ -111,7 +117,7 @@ struct PrintMenu::Printers
     {
         if (state == PrintServerState::Hangs)
             return tr("The print server at %1 does not answer.").arg(address);
-        if (!names.isEmpty())
+        if (!list.names.isEmpty())
             return QString();
         if (state == PrintServerState::Absent)
             return tr("There is no printer: no print server was found at %1.").arg(address);
@@ -171,7 +177,7 @@ void PrintMenu::OnPrint()
     bool isCancelled = false;
     const auto work = [&](FileProgress* progress)
     {
-        printers.Find();
+        printers.Find(progress);
         picture = PrintablePicture(picture);
         isCancelled = progress->cancelled;
     };
@@ -212,10 +218,20 @@ void PrintMenu::OnPrintAsked()
     m_pDialog->setEnabled(true);
     if (focus)
         focus->setFocus();
+    OnPreview();
     if (reason.isEmpty())
+    {
+        m_isPrinting = true;
         QMetaObject::invokeMethod(m_pDialog, "OnPrint", Qt::DirectConnection);
+    }
     else
         ShowMessage(m_pDialog, KXMessageBox::Warning, tr("%1\n\nNothing was printed.").arg(reason));
+}
+
+void PrintMenu::OnPreview()
+{
+    const QString reason = WhyNoRoom(m_pDialog);
+    Q_EMIT Preview(reason.isEmpty() ? SummaryOf(m_pDialog, m_pictureSize) : reason, 0);
 }
 
 bool PrintMenu::Ask(Printers* printers)
@@ -223,7 +239,7 @@ bool PrintMenu::Ask(Printers* printers)
     bool isCancelled = false;
     const auto work = [&](FileProgress* progress)
     {
-        printers->Find();
+        printers->Find(progress);
         isCancelled = progress->cancelled;
     };
     return m_host.task->Run(tr("Asking the print server"), work) && !isCancelled;
@@ -231,13 +247,14 @@ bool PrintMenu::Ask(Printers* printers)
 
 QString PrintMenu::WhyNotPrintable(const QString& printer)
 {
-    if (m_pDialog->GetClipRect().isEmpty())
-        return tr("The margins leave no room on the page.");
+    const QString noRoom = WhyNoRoom(m_pDialog);
+    if (!noRoom.isEmpty())
+        return noRoom;
     Printers printers;
     if (!Ask(&printers))
         return tr("The print server was not asked to the end.");
     const QString none = printers.WhyNone();
-    if (none.isEmpty() && !printers.names.contains(printer))
+    if (none.isEmpty() && !printers.list.names.contains(printer))
         return tr("The printer %1 is not there any more.").arg(printer);
     m_lastJob = printers.lastJob;
     return none;
@@ -249,16 +266,35 @@ void PrintMenu::ShowDialog(const QImage& picture)
     dialog.setWindowTitle(tr("Print"));
     dialog.RestoreSettings(m_host.settings->value(SettingsKey).toByteArray());
     dialog.SetSource(picture);
-    auto* box = dialog.findChild<QDialogButtonBox*>(QStringLiteral("m_pButtonBox"));
-    disconnect(box, &QDialogButtonBox::accepted, &dialog, nullptr);
-    connect(box, &QDialogButtonBox::accepted, this, &PrintMenu::OnPrintAsked);
-    m_pDialog = &dialog;
-    const bool isPrinted = dialog.Exec() == KXDialog::ResultAccepted;
+    m_pictureSize = picture.size();
+    Follow(&dialog);
+    const bool isDone = dialog.Exec() == KXDialog::ResultAccepted;
+    disconnect(&dialog, nullptr, this, nullptr);
     m_pDialog = nullptr;
-    if (!isPrinted)
+    if (!m_isPrinting)
+    {
+        Q_EMIT Message(tr("Nothing was printed."));
         return;
+    }
     m_host.settings->setValue(SettingsKey, dialog.SaveSettings());
-    TellOutcome(PrinterOf(&dialog), SummaryOf(&dialog, picture.size()));
+    const QString summary = SummaryOf(&dialog, m_pictureSize);
+    if (isDone)
+        TellOutcome(PrinterOf(&dialog), summary);
+    else
+        Q_EMIT Message(tr("Still sending to %1: %2.").arg(PrinterOf(&dialog), summary));
+}
+
+void PrintMenu::Follow(NVPrintPreviewDialog* dialog)
+{
+    auto* box = dialog->findChild<QDialogButtonBox*>(QStringLiteral("m_pButtonBox"));
+    disconnect(box, &QDialogButtonBox::accepted, dialog, nullptr);
+    connect(box, &QDialogButtonBox::accepted, this, &PrintMenu::OnPrintAsked);
+    connect(dialog, &NVPrintPreviewDialog::UpdatePreview, this, &PrintMenu::OnPreview);
+    // The server may be asked meanwhile.
+    connect(dialog, &KXDialog::Finished, m_host.task, &FileTask::Cancel);
+    m_pDialog = dialog;
+    m_isPrinting = false;
+    OnPreview();
 }
 
 void PrintMenu::TellOutcome(const QString& printer, const QString& summary)
@@ -268,16 +304,17 @@ void PrintMenu::TellOutcome(const QString& printer, const QString& summary)
     const auto work = [&](FileProgress* progress)
     {
         outcome.Find(PrintServerAddress(), printer, m_lastJob, progress);
-        printers.Find();
+        printers.Find(progress);
     };
     const bool isAsked = m_host.task->Run(tr("Asking the print server"), work);
     if (outcome.isKnown && outcome.job.id == 0)
         TellFailure(tr("%1 did not take the job: %2.").arg(printer, summary));
     else if (outcome.job.IsFailed())
         TellFailure(tr("%1 did not print the job: %2.").arg(printer, summary));
-    else if (!isAsked || !printers.names.contains(printer))
-        Q_EMIT Message(tr("%1 does not tell whether it took the job: %2.").arg(printer, summary));
-    else if (printers.stopped.contains(printer))
+    else if (!isAsked || !outcome.isKnown)
+        Q_EMIT Message(
+            tr("The print server does not tell whether %1 took the job: %2.").arg(printer, summary));
+    else if (printers.list.stopped.contains(printer))
         Q_EMIT Message(tr("%1 is stopped, the job waits there: %2.").arg(printer, summary));
     else
         Q_EMIT Message(tr("Sent to %1: %2.").arg(printer, summary));

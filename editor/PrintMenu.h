@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QSize>
 
 class Document;
 class FileTask;
@@ -41,11 +42,14 @@ Q_SIGNALS:
     void AboutToChange();
     // What was printed or written, for the status bar.
     void Message(const QString& text);
+    // What the open dialog would print now, for as long; 0 is until the next text.
+    void Preview(const QString& text, int milliseconds);
 
 private Q_SLOTS:
     void OnPrint();
     void OnExportPdf();
     void OnPrintAsked();
+    void OnPreview();
 
 private:
     struct Printers;
@@ -53,9 +57,11 @@ private:
 
     // False after a cancel and while other work runs.
     bool Ask(Printers* printers);
-    // Empty if the printer is there and the margins leave room.
+    // Empty if the printer is there and the page has room.
     QString WhyNotPrintable(const QString& printer);
     void ShowDialog(const QImage& picture);
+    // Prints for the dialog, and tells what it would print.
+    void Follow(NVPrintPreviewDialog* dialog);
     void TellOutcome(const QString& printer, const QString& summary);
     // In the status bar and over the window.
     void TellFailure(const QString& text);
@@ -66,6 +72,9 @@ private:
     QPointer<Document> m_pDocument;
     // While it is open.
     QPointer<NVPrintPreviewDialog> m_pDialog;
+    // Whether it has sent a job. The window manager may close it before the job is done.
+    bool m_isPrinting = false;
+    QSize m_pictureSize;
     // The last one that the print server knew before this print; below 0 where it does not tell.
     int m_lastJob = -1;
     QAction* m_pPrint;

@@ -286,7 +286,10 @@ void NVPrintPreviewDialog::OnPreview()
     const ConnectionCut slider(m_pUi->m_pViewportScaleSlider, &QSlider::valueChanged, this,
                                qOverload<int>(&Dialog::OnViewportScale));
     const double percent = Preview()->zoomFactor() * 100;
-    m_pUi->m_pViewportScale->setValue(percent);
+    QDoubleSpinBox* scale = m_pUi->m_pViewportScale;
+    // A value that it shows already would draw the box once more.
+    if (scale->text() != scale->textFromValue(percent) + scale->suffix())
+        scale->setValue(percent);
     m_pUi->m_pViewportScaleSlider->setValue(ZoomSlider(percent));
     ChooseCache();
 }

@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QDoubleSpinBox>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QPainter>
 #include <QPointer>
@@ -14,6 +15,9 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QThreadPool>
+#include <QTimer>
+
+#include <sys/resource.h>
 
 #include <csignal>
 
@@ -155,6 +159,46 @@ QImage Photo()
     painter.fillRect(300, 200, 300, 200, Qt::yellow);
     return image;
 }
+
+// Which no format makes small.
+QImage Noise(int width, int height)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    quint32 noise = 1;
+    for (int y = 0; y < height; ++y)
+    {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < width; ++x)
+        {
+            noise = noise * 1664525 + 1013904223;
+            line[x] = noise | 0xff000000;
+        }
+    }
+    return image;
+}
+
+// No file grows beyond so many bytes, as if the disk were full.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes) : m_handler(signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        rlimit limit = m_before;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        signal(SIGXFSZ, m_handler);
+    }
+    Q_DISABLE_COPY_MOVE(FullDisk)
+
+private:
+    rlimit m_before{};
+    sighandler_t m_handler;
+};
 
 // What is not white.
 QRect Printed(const QImage& page)
@@ -321,6 +365,9 @@ private Q_SLOTS:
     void failingBackendStopsTheQueue();
     void jobOfAVanishedQueueGoesToTheDefault();
     void missingTemporaryFolderSendsNothing();
+    void fullTemporaryFolderHoldsUpNothing_data();
+    void fullTemporaryFolderHoldsUpNothing();
+    void windowIsNotHeldUpByAJob();
     // The last: there is no server behind it.
     void stoppedServerGetsNoJob();
 };
@@ -826,6 +873,54 @@ void tst_RealPrinters::missingTemporaryFolderSendsNothing()
     QCOMPARE(arrivals.Count(), 0);
     Desk().Print();
     QTRY_COMPARE_WITH_TIMEOUT(arrivals.Count(), 1, Patience);
+}
+
+void tst_RealPrinters::fullTemporaryFolderHoldsUpNothing_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<int>("arrived");
+    QTest::newRow("from the first byte") << 0 << 0;
+    QTest::newRow("in the middle of the picture") << 20000 << 1;
+}
+
+// The toolkit does not notice, so what got through of the document goes out.
+void tst_RealPrinters::fullTemporaryFolderHoldsUpNothing()
+{
+    QFETCH(int, bytes);
+    QFETCH(int, arrived);
+    const Arrivals arrivals;
+    {
+        const Desk desk;
+        desk->SetSource(Noise(600, 400));
+        const FullDisk disk(bytes);
+        desk.Print();
+    }
+    Desk("Grey").Print();
+    QTRY_COMPARE_WITH_TIMEOUT(arrivals.Count(), arrived + 1, Patience);
+    QVERIFY(!Printed(arrivals.Documents().last().Page(1, 72)).isEmpty());
+}
+
+// By the longest time between two turns of the event loop, from the click until the dialog is closed.
+void tst_RealPrinters::windowIsNotHeldUpByAJob()
+{
+    const Desk desk;
+    desk->SetSource(Noise(4000, 3000));
+    desk->show();
+    desk->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(desk.operator->()));
+    QSignalSpy finished(desk.operator->(), &Dialog::Finished);
+    qint64 longest = 0;
+    QElapsedTimer whole;
+    QElapsedTimer since;
+    QTimer ticks;
+    connect(&ticks, &QTimer::timeout, this, [&] { longest = qMax(longest, since.restart()); });
+    ticks.start(1);
+    whole.start();
+    since.start();
+    QVERIFY(ModalDriver::Press(desk.operator->(), "Print"));
+    QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, Patience);
+    QVERIFY2(longest < whole.elapsed() / 2,
+             qPrintable(QString("%1 of %2 ms").arg(longest).arg(whole.elapsed())));
 }
 
 void tst_RealPrinters::stoppedServerGetsNoJob()

@@ -24,6 +24,7 @@ struct RecordedImage
     QRectF clip; // as on the page
     bool smooth;
     int page; // from 0
+    QImage::Format format;
 };
 
 struct RecordedFill
@@ -55,9 +56,9 @@ public:
     {
         const QTransform transform = painter()->transform();
         const bool smooth = painter()->renderHints().testFlag(QPainter::SmoothPixmapTransform);
-        images << RecordedImage{image.cacheKey(), rect.topLeft(),
-                                transform,        transform.mapRect(painter()->clipBoundingRect()),
-                                smooth,           pages};
+        images << RecordedImage{
+            image.cacheKey(), rect.topLeft(), transform,     transform.mapRect(painter()->clipBoundingRect()),
+            smooth,           pages,          image.format()};
     }
     void drawPath(const QPainterPath& path) override
     {

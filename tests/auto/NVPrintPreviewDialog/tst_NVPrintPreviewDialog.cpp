@@ -203,6 +203,18 @@ private:
     QGraphicsItem* m_page;
 };
 
+// How often a widget draws itself.
+struct PaintCounter : QObject
+{
+    explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        count += event->type() == QEvent::Paint;
+        return false;
+    }
+    int count = 0;
+};
+
 double rounded(double value)
 {
     return std::round(value * 100) / 100;
@@ -298,6 +310,7 @@ private Q_SLOTS:
     void previewDrawsMarginsGrey();
     void previewWithoutRoomIsGrey();
     void previewShowsPictureAndMargins();
+    void previewCutsALargePictureOnAllSides();
     void previewTurnsAWidePicture();
     void previewOfNegativeMarginsEndsAtTheSheet();
     void previewKeepsADrawingOfATurnedPictureAlone_data();
@@ -316,6 +329,7 @@ private Q_SLOTS:
     void fitInViewIsThereForTheHost();
     void previewTellsItsZoom();
     void previewTellsItsExactZoomToTheSlider();
+    void previewThatKeepsItsZoomDrawsNoBox();
 
     void settingsAreTheirBytes_data();
     void settingsAreTheirBytes();
@@ -1208,6 +1222,29 @@ void tst_NVPrintPreviewDialog::previewShowsPictureAndMargins()
     QCOMPARE(page.At(1240 - 340, 1754), QColor(Qt::white));
 }
 
+// A sheet of 2479 x 3508 pixels with margins of 20, 30, 25 and 40 mm.
+void tst_NVPrintPreviewDialog::previewCutsALargePictureOnAllSides()
+{
+    Filled filled;
+    filled.dialog.SetSource(Photo(4000, 4000));
+    filled.SetMargins(20, 30, 25, 40);
+    QVERIFY(filled.Show());
+    const PagePicture page(filled.dialog);
+    const QRectF clip = filled.dialog.GetClipRect();
+    QVERIFY(filled.dialog.CalcAffineTransformation().dx() < 0);
+    QVERIFY(filled.dialog.CalcAffineTransformation().dy() < 0);
+    const QPointF middle = clip.center();
+    for (const double side : {-1.0, 1.0})
+    {
+        const double x = side < 0 ? clip.left() : clip.right();
+        const double y = side < 0 ? clip.top() : clip.bottom();
+        QCOMPARE(page.At(x + 20 * side, middle.y() - 100), QColor(Qt::darkGray));
+        QCOMPARE(page.At(x - 20 * side, middle.y() - 100), QColor(side < 0 ? Qt::red : Qt::green));
+        QCOMPARE(page.At(middle.x() - 100, y + 20 * side), QColor(Qt::darkGray));
+        QCOMPARE(page.At(middle.x() - 100, y - 20 * side), QColor(side < 0 ? Qt::red : Qt::blue));
+    }
+}
+
 void tst_NVPrintPreviewDialog::previewTurnsAWidePicture()
 {
     Filled filled;
@@ -1456,6 +1493,24 @@ void tst_NVPrintPreviewDialog::previewTellsItsExactZoomToTheSlider()
     QVERIFY(QMetaObject::invokeMethod(&filled.dialog, "OnPreview"));
     QCOMPARE(filled.Box("m_pViewportScale")->value(), 105.0);
     QCOMPARE(Find<QSlider>(&filled.dialog, "m_pViewportScaleSlider")->value(), 0);
+}
+
+void tst_NVPrintPreviewDialog::previewThatKeepsItsZoomDrawsNoBox()
+{
+    Filled filled;
+    QVERIFY(filled.Show());
+    QDoubleSpinBox* box = filled.Box("m_pViewportScale");
+    PaintCounter paints(box);
+    filled.Box("m_pLeftMargin")->setValue(10);
+    QCoreApplication::processEvents();
+    QCOMPARE(paints.count, 0);
+    // A text that stands for the same number is written out.
+    box->findChild<QLineEdit*>()->setText(box->cleanText().chopped(1));
+    Q_EMIT filled.Preview()->previewChanged();
+    QCOMPARE(box->cleanText(), QLocale().toString(filled.Preview()->zoomFactor() * 100, 'f', 2));
+    filled.Button("m_pActualSize")->click();
+    QCoreApplication::processEvents();
+    QVERIFY(paints.count > 0);
 }
 
 void tst_NVPrintPreviewDialog::settingsAreTheirBytes_data()

@@ -19,16 +19,23 @@
 #include <QMenuBar>
 #include <QPageSize>
 #include <QProcess>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTimer>
+
+#include <csignal>
 
 #include "Document.h"
 #include "DocumentWindow.h"
 #include "MainWindow.h"
 #include "ModalDriver.h"
 #include "NVPrintPreviewDialog.h"
+#include "PrintJobs.h"
+#include "PrintServer.h"
+#include "RecordingPrinter.h"
 #include "TestMain.h"
 
 namespace
@@ -184,6 +191,48 @@ private Q_SLOTS:
         QVERIFY2(longest < 1000, qPrintable(QString::number(longest)));
     }
 
+    // It answers the first question, and nothing after that.
+    void aServerThatFallsSilentIsLetGoByACancel()
+    {
+        QLocalServer server;
+        QVERIFY(server.listen(m_folder->filePath("sock")));
+        qputenv("CUPS_SERVER", server.fullServerName().toLocal8Bit());
+        bool isSilent = false;
+        connect(&server, &QLocalServer::newConnection, this,
+                [&]
+                {
+                    QLocalSocket* socket = server.nextPendingConnection();
+                    connect(socket, &QLocalSocket::readyRead, this,
+                            [&isSilent, socket]
+                            {
+                                if (socket->readAll().startsWith("OPTIONS * "))
+                                    socket->write("HTTP/1.1 200 OK\r\n\r\n");
+                                else
+                                    isSilent = true;
+                            });
+                });
+        open();
+        QTimer look;
+        connect(&look, &QTimer::timeout, this,
+                [&]
+                {
+                    auto* cancel = m_window->statusBar()->findChild<QPushButton*>();
+                    if (isSilent && cancel->isVisible())
+                        QTest::mouseClick(cancel, Qt::LeftButton);
+                });
+        look.start(10);
+        QElapsedTimer timer;
+        timer.start();
+
+        action("Print...")->trigger();
+
+        QVERIFY(timer.elapsed() < 20000);
+        QCOMPARE(status(), QString("Nothing was printed."));
+        look.stop();
+        QVERIFY(menu()->ExportPdf(pdf()));
+        QVERIFY(m_window->close());
+    }
+
     void aServerWithoutPrintersIsToldApart()
     {
         QLocalServer server;
@@ -295,6 +344,145 @@ private Q_SLOTS:
         action("Print...")->trigger();
         QVERIFY(again.Finished());
         QCOMPARE(arrived(), 1);
+    }
+
+    void queueIsSummedUpWhileTheDialogIsOpen()
+    {
+        open();
+        QStringList texts;
+        ModalDriver driver(
+            [&](QWidget* dialog)
+            {
+                choose(dialog, "m_pPrinter", "Colour");
+                choose(dialog, "m_pPageSize", "A4");
+                choose(dialog, "m_pDPI", "300");
+                texts += status();
+                choose(dialog, "m_pPageSize", "A5");
+                texts += status();
+                choose(dialog, "m_pUnits", "in");
+                texts += status();
+                dialog->findChild<QRadioButton*>("m_pCustom")->click();
+                dialog->findChild<QDoubleSpinBox*>("m_pCustomSX")->setValue(200);
+                texts += status();
+                dialog->findChild<QDoubleSpinBox*>("m_pLeftMargin")->setValue(30);
+                texts += status();
+                ModalDriver::PressKey(dialog, Qt::Key_Escape);
+            },
+            20000);
+
+        action("Print...")->trigger();
+
+        QVERIFY(driver.Finished());
+        QCOMPARE(texts,
+                 QStringList({"A4, picture 33.9 x 25.4 mm, 300 pixels an inch",
+                              "A5, picture 33.9 x 25.4 mm, 300 pixels an inch",
+                              "A5, picture 1.33 x 1.00 in, 300 pixels an inch",
+                              "A5, picture 2.67 x 2.00 in, 150 pixels an inch",
+                              "The margins leave no room on the page."}));
+        QCOMPARE(status(), QString("Nothing was printed."));
+    }
+
+    void queueWithoutAResolutionSaysSo()
+    {
+        open();
+        const int before = arrived();
+        const QString reason = "The printer Raw offers no resolution to print with.";
+        QString live;
+        QString text;
+        ModalDriver driver({[&live, this](QWidget* dialog)
+                            {
+                                choose(dialog, "m_pPrinter", "Raw");
+                                live = status();
+                                ModalDriver::Press(dialog, "Print");
+                                ModalDriver::PressKey(dialog, Qt::Key_Escape);
+                            },
+                            [&text](QWidget* box)
+                            {
+                                text = TextOf(box);
+                                ModalDriver::Press(box, QDialogButtonBox::Ok);
+                            }},
+                           20000);
+
+        action("Print...")->trigger();
+
+        QVERIFY(driver.Finished());
+        QCOMPARE(live, reason);
+        QCOMPARE(text, reason + "\n\nNothing was printed.");
+        QCOMPARE(arrived(), before);
+    }
+
+    void queueGetsAPictureWithoutAlpha()
+    {
+        open();
+        RecordingPrinter printer;
+        ModalDriver driver(
+            [&printer](QWidget* dialog)
+            {
+                choose(dialog, "m_pPrinter", "Colour");
+                QMetaObject::invokeMethod(dialog, "OnPaintRequest", Q_ARG(QPrinter*, &printer));
+                ModalDriver::PressKey(dialog, Qt::Key_Escape);
+            },
+            20000);
+
+        action("Print...")->trigger();
+
+        QVERIFY(driver.Finished());
+        QCOMPARE(printer.engine.images.size(), 1);
+        QCOMPARE(printer.engine.images.first().format, QImage::Format_RGB32);
+    }
+
+    // By the window manager, which does not ask whether the dialog is enabled.
+    void queueGetsItsJobThoughTheDialogIsClosedMeanwhile()
+    {
+        open();
+        const int before = arrived();
+        bool isClosed = false;
+        ModalDriver driver(
+            [&isClosed](QWidget* dialog)
+            {
+                choose(dialog, "m_pPrinter", "Colour");
+                choose(dialog, "m_pPageSize", "A5");
+                ModalDriver::Press(dialog, "Print");
+                isClosed = dialog->close();
+            },
+            20000);
+
+        action("Print...")->trigger();
+
+        QVERIFY(driver.Finished());
+        QVERIFY(isClosed);
+        QVERIFY(!QGuiApplication::overrideCursor());
+        QVERIFY2(status().startsWith("Still sending to Colour: A5"), qPrintable(status()));
+        QVERIFY(m_settings->contains("print/settings"));
+        QTRY_COMPARE(arrived(), before + 1);
+    }
+
+    void queueWhoseServerTellsNoJobsIsTold()
+    {
+        open();
+        const int before = arrived();
+        const QByteArray old = ContentOf(configuration());
+        QByteArray silent = old;
+        silent.replace("  <Limit All>",
+                       "  <Limit Get-Jobs>\n    AuthType Basic\n    Require valid-user\n"
+                       "  </Limit>\n  <Limit All>");
+        configure(silent, false);
+        ModalDriver driver(
+            [](QWidget* dialog)
+            {
+                choose(dialog, "m_pPrinter", "Colour");
+                ModalDriver::Press(dialog, "Print");
+            },
+            20000);
+
+        action("Print...")->trigger();
+
+        QVERIFY(driver.Finished());
+        const QString text = status();
+        configure(old, true);
+        QVERIFY2(text.startsWith("The print server does not tell whether Colour took the job: "),
+                 qPrintable(text));
+        QTRY_COMPARE(arrived(), before + 1);
     }
 
     void queueGetsNothingIfTheMarginsLeaveNoRoom()
@@ -492,6 +680,25 @@ private:
             RunTool("/usr/sbin/cupsaccept", {queue});
             RunTool("/usr/sbin/cupsenable", {queue});
         }
+    }
+
+    static QString configuration()
+    {
+        return qEnvironmentVariable("NORVANE_PRINT_FOLDER") + "/root/cupsd.conf";
+    }
+
+    // Waits until the server lives by the text, and tells of its jobs or does not.
+    static void configure(const QByteArray& text, bool tellsJobs)
+    {
+        QFile file(configuration());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        file.close();
+        const QByteArray id = ContentOf(qEnvironmentVariable("NORVANE_PRINT_FOLDER") + "/server.pid");
+        QCOMPARE(::kill(id.trimmed().toInt(), SIGHUP), 0);
+        const QString address = PrintServerAddress();
+        QTRY_COMPARE_WITH_TIMEOUT(AskForJobs(address).isKnown, tellsJobs, 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(ProbePrintServer(address), PrintServerState::Answers, 20000);
     }
 
     // While this file is there, every device fails.

@@ -3,6 +3,7 @@
 
 #include "PrintPage.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDataStream>
 #include <QDir>
@@ -10,7 +11,10 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QPageSize>
+#include <QPainter>
+#include <QProcess>
 #include <QRadioButton>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <sys/resource.h>
@@ -18,10 +22,12 @@
 #include <algorithm>
 #include <cmath>
 #include <csignal>
+#include <functional>
 #include <limits>
 
 #include "NVPrintPreviewDialog.h"
 #include "TestMain.h"
+#include "TransformationCenterPointControl.h"
 #include "WatchedDevice.h"
 
 namespace
@@ -93,7 +99,59 @@ void FillLists(NVPrintPreviewDialog* dialog)
     resolutions->setCurrentIndex(1);
 }
 
+// Red, green, blue and yellow quarters, in reading order.
+QImage Quarters(const QSize& size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    QPainter painter(&image);
+    const int x = size.width() / 2;
+    const int y = size.height() / 2;
+    painter.fillRect(0, 0, x, y, Qt::red);
+    painter.fillRect(x, 0, x, y, Qt::green);
+    painter.fillRect(0, y, x, y, Qt::blue);
+    painter.fillRect(x, y, x, y, Qt::yellow);
+    return image;
+}
+
+// What is not white.
+QRect Printed(const QImage& page)
+{
+    QRect box;
+    for (int y = 0; y < page.height(); ++y)
+        for (int x = 0; x < page.width(); ++x)
+            if ((page.pixel(x, y) & RGB_MASK) != RGB_MASK)
+                box |= QRect(x, y, 1, 1);
+    return box;
+}
+
+// The colours in the middle of the quarters, in reading order.
+QString Letters(const QImage& page, const QRect& box)
+{
+    QString letters;
+    for (const int y : {1, 3})
+    {
+        for (const int x : {1, 3})
+        {
+            const QColor color =
+                page.pixelColor(box.x() + box.width() * x / 4, box.y() + box.height() * y / 4);
+            const bool isGreen = color.green() > 127;
+            letters += color.red() > 127 ? (isGreen ? 'Y' : 'R') : (isGreen ? 'G' : 'B');
+        }
+    }
+    return letters;
+}
+
+// Sets the dialog up, as a person would.
+using SetUp = std::function<void(NVPrintPreviewDialog*)>;
+
+QDoubleSpinBox* Box(NVPrintPreviewDialog* dialog, const char* name)
+{
+    return dialog->findChild<QDoubleSpinBox*>(name);
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(SetUp)
 
 class tst_PrintPage : public QObject
 {
@@ -180,6 +238,132 @@ private Q_SLOTS:
             const QPointF off = transform.map(point) - dialog.CalcAffineTransformation().map(point);
             QVERIFY2(off.manhattanLength() <= 2, qPrintable(QString("%1 %2").arg(off.x()).arg(off.y())));
         }
+    }
+
+    void whatIsWrittenIsThePageThatWasPrinted_data()
+    {
+        QTest::addColumn<SetUp>("setUp");
+        const auto add = [](const char* name, const SetUp& setUp) { QTest::newRow(name) << setUp; };
+        add("not scaled", [](NVPrintPreviewDialog*) {});
+        add("fitted", [](NVPrintPreviewDialog* dialog) { Check(dialog, "m_pFitToPage"); });
+        add("stretched",
+            [](NVPrintPreviewDialog* dialog)
+            {
+                Check(dialog, "m_pFitToPage");
+                dialog->findChild<QCheckBox*>("m_pKeepRatio")->setChecked(false);
+            });
+        add("scaled",
+            [](NVPrintPreviewDialog* dialog)
+            {
+                Check(dialog, "m_pCustom");
+                Box(dialog, "m_pCustomSX")->setValue(30);
+            });
+        add("scaled by two ratios",
+            [](NVPrintPreviewDialog* dialog)
+            {
+                Check(dialog, "m_pCustom");
+                dialog->findChild<QCheckBox*>("m_pCustomKeepRatio")->setChecked(false);
+                Box(dialog, "m_pCustomSX")->setValue(30);
+                Box(dialog, "m_pCustomSY")->setValue(250);
+            });
+        // The dialog takes the size in the unit from before when it reads its record.
+        add("custom page in inches",
+            [](NVPrintPreviewDialog* dialog)
+            {
+                dialog->findChild<QComboBox*>("m_pUnits")->setCurrentIndex(NVPrintPreviewDialog::Inch);
+                auto* pages = dialog->findChild<QComboBox*>("m_pPageSize");
+                pages->setCurrentIndex(pages->findData(QPageSize::Custom));
+                Box(dialog, "m_pPageWidth")->setValue(5);
+                Box(dialog, "m_pPageHeight")->setValue(8);
+                Check(dialog, "m_pFitToPage");
+            });
+    }
+
+    void whatIsWrittenIsThePageThatWasPrinted()
+    {
+        QFETCH(SetUp, setUp);
+        const QSize picture(400, 300);
+        NVPrintPreviewDialog dialog(nullptr);
+        FillLists(&dialog);
+        dialog.SetSource(Opaque(picture));
+        setUp(&dialog);
+        for (const int row : {0, 1})
+        {
+            dialog.findChild<QComboBox*>("m_pOrientation")->setCurrentIndex(row);
+            Box(&dialog, "m_pLeftMargin")->setValue(2);
+            Box(&dialog, "m_pTopMargin")->setValue(1);
+
+            const PrintLayout layout = ReadPrintSettings(dialog.SaveSettings());
+
+            QCOMPARE(SheetRect(layout), dialog.GetPageRect());
+            QCOMPARE(ClipRect(layout), dialog.GetClipRect());
+            QCOMPARE(ImageTransform(layout, picture), dialog.CalcAffineTransformation());
+        }
+    }
+
+    void thePageIsDrawnInItsPlace_data()
+    {
+        QTest::addColumn<SetUp>("setUp");
+        QTest::addColumn<QRectF>("box");
+        QTest::addColumn<QString>("letters");
+        // At 150 an inch a sheet of A5 has 875 x 1240 pixels, and 10 mm are 28 points or 58 pixels.
+        QTest::newRow("not scaled, at the top left")
+            << SetUp([](NVPrintPreviewDialog*) {}) << QRectF(58, 58, 600, 400) << "RGBY";
+        QTest::newRow("turned") << SetUp([](NVPrintPreviewDialog* dialog) { Rotate(dialog, 2); })
+                                << QRectF(58, 58, 400, 600) << "BRYG";
+        QTest::newRow("fitted") << SetUp([](NVPrintPreviewDialog* dialog) { Check(dialog, "m_pFitToPage"); })
+                                << QRectF(58, 58, 759, 759 / 1.5) << "RGBY";
+        QTest::newRow("moved") << SetUp(
+                                      [](NVPrintPreviewDialog* dialog)
+                                      {
+                                          Box(dialog, "m_pXOffset")->setValue(10);
+                                          Box(dialog, "m_pYOffset")->setValue(20);
+                                      })
+                               << QRectF(116, 58 + 119, 600, 400) << "RGBY";
+        QTest::newRow("cut on all sides")
+            << SetUp(
+                   [](NVPrintPreviewDialog* dialog)
+                   {
+                       Check(dialog, "m_pCustom");
+                       Box(dialog, "m_pCustomSX")->setValue(400);
+                       dialog->findChild<TransformationCenterPointControl*>()->SetState(
+                           TransformationCenterPointControl::Center);
+                   })
+            << QRectF(58, 58, 759, 1124) << "RGBY";
+    }
+
+    // Within a pixel of the page.
+    void thePageIsDrawnInItsPlace()
+    {
+        QFETCH(SetUp, setUp);
+        QFETCH(QRectF, box);
+        QFETCH(QString, letters);
+        const QString program = QStandardPaths::findExecutable("pdftoppm");
+        if (program.isEmpty())
+            QSKIP("no pdftoppm: the page cannot be looked at");
+        const QImage picture = Quarters(QSize(600, 400));
+        NVPrintPreviewDialog dialog(nullptr);
+        FillLists(&dialog);
+        dialog.SetSource(picture);
+        dialog.findChild<QComboBox*>("m_pPageSize")->setCurrentIndex(1);
+        dialog.findChild<QComboBox*>("m_pDPI")->setCurrentIndex(0);
+        for (const char* name : {"m_pLeftMargin", "m_pRightMargin", "m_pTopMargin", "m_pBottomMargin"})
+            Box(&dialog, name)->setValue(10);
+        dialog.findChild<TransformationCenterPointControl*>()->SetState(
+            TransformationCenterPointControl::TopLeft);
+        setUp(&dialog);
+
+        QCOMPARE(WritePdf(picture, ReadPrintSettings(dialog.SaveSettings()), m_path, nullptr), QString());
+
+        const QString name = m_folder->filePath("page");
+        QCOMPARE(QProcess::execute(program, {"-png", "-singlefile", "-r", "150", m_path, name}), 0);
+        const QImage page(name + ".png");
+        QCOMPARE(page.size(), QSize(875, 1240));
+        const QRect printed = Printed(page);
+        for (const double off : {printed.left() - box.left(), printed.top() - box.top(),
+                                 printed.right() + 1 - box.right(), printed.bottom() + 1 - box.bottom()})
+            QVERIFY2(std::abs(off) <= 1.5, qPrintable(QString::number(off)));
+        QCOMPARE(Letters(page, printed), letters);
     }
 
     void theScalesAreRead()
@@ -340,6 +524,15 @@ private Q_SLOTS:
     }
 
 private:
+    static void Check(NVPrintPreviewDialog* dialog, const char* button)
+    {
+        dialog->findChild<QRadioButton*>(button)->setChecked(true);
+    }
+    static void Rotate(NVPrintPreviewDialog* dialog, int row)
+    {
+        dialog->findChild<QComboBox*>("m_pRotate")->setCurrentIndex(row);
+    }
+
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_path;
 };
