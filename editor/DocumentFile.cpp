@@ -9,11 +9,10 @@
 #include <QPainter>
 #include <QSaveFile>
 
-#include <cstdlib>
-#include <memory>
 #include <new>
 
 #include "KXDocumentInterface.h"
+#include "MemoryRoom.h"
 #include "WatchedDevice.h"
 
 namespace
@@ -59,14 +58,7 @@ QString WhyTooLarge(const QSize& size)
             .arg(size.width())
             .arg(size.height())
             .arg(limit);
-    // Decoded, as a layer, and composed for the screen.
-    const size_t need = size_t(size.width()) * size_t(size.height()) * 4 * 3;
-    const std::unique_ptr<void, decltype(&std::free)> probe(std::malloc(need), &std::free);
-    if (!probe)
-        return Text::tr("There is not enough memory for its %1 by %2 pixels.")
-            .arg(size.width())
-            .arg(size.height());
-    return QString();
+    return WhyNotInMemory(size, 1);
 }
 
 // Whether the plugin met the end of the file too early and said nothing.
@@ -118,9 +110,10 @@ LoadResult Decode(QImageReader& reader, WatchedDevice& device, const FileProgres
     const QString tooLargeNow = WhyTooLarge(image.size());
     if (!tooLargeNow.isEmpty())
         return {QImage(), tooLargeNow};
+    const QSize size = image.size();
     image = std::move(image).convertToFormat(QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
-        return {QImage(), Text::tr("There is not enough memory for it.")};
+        return {QImage(), NoMemoryForPicture(size, 1)};
     return {image, QString()};
 }
 
@@ -226,7 +219,10 @@ SaveResult SaveDocumentFile(const QImage& image, const QString& path, FileProgre
     const QByteArray suffix = SuffixOf(path);
     const QImage written = HoldsTransparency(suffix) ? image : OnWhite(image);
     if (written.isNull())
-        return {false, Text::tr("There is not enough memory for it.")};
+        return {false,
+                Text::tr("There is not enough memory to write its %1 by %2 pixels.")
+                    .arg(image.width())
+                    .arg(image.height())};
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return {false, file.errorString()};

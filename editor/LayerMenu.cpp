@@ -4,8 +4,10 @@
 #include <QUndoStack>
 
 #include "Document.h"
+#include "FlattenCommand.h"
 #include "KXDocumentInterface.h"
 #include "LayerCommand.h"
+#include "MemoryRoom.h"
 
 LayerMenu::LayerMenu(QMenu* menu, QObject* parent)
     : QObject(parent),
@@ -14,10 +16,12 @@ LayerMenu::LayerMenu(QMenu* menu, QObject* parent)
       m_pDelete(Add(menu, tr("&Delete Layer"), Qt::CTRL + Qt::SHIFT + Qt::Key_Delete, &LayerMenu::OnDelete)),
       m_pAbove(Add(menu, tr("Layer &Above"), Qt::CTRL + Qt::Key_PageUp, &LayerMenu::OnAbove)),
       m_pBelow(Add(menu, tr("Layer &Below"), Qt::CTRL + Qt::Key_PageDown, &LayerMenu::OnBelow)),
-      m_pVisible(Add(menu, tr("&Hide Layer"), Qt::CTRL + Qt::SHIFT + Qt::Key_H, &LayerMenu::OnVisible))
+      m_pVisible(Add(menu, tr("&Hide Layer"), Qt::CTRL + Qt::SHIFT + Qt::Key_H, &LayerMenu::OnVisible)),
+      m_pFlatten(Add(menu, tr("&Flatten Image"), QKeySequence(), &LayerMenu::OnFlatten))
 {
     menu->insertSeparator(m_pAbove);
     menu->insertSeparator(m_pVisible);
+    menu->insertSeparator(m_pFlatten);
     OnLayersChanged();
 }
 
@@ -51,12 +55,12 @@ void LayerMenu::SetDocument(Document* document)
 
 void LayerMenu::OnNew()
 {
-    Do(LayerCommand::New);
+    AddLayer(LayerCommand::New);
 }
 
 void LayerMenu::OnDuplicate()
 {
-    Do(LayerCommand::Duplicate);
+    AddLayer(LayerCommand::Duplicate);
 }
 
 void LayerMenu::OnDelete()
@@ -81,6 +85,14 @@ void LayerMenu::OnVisible()
     Do(isShown ? LayerCommand::Hide : LayerCommand::Show);
 }
 
+void LayerMenu::OnFlatten()
+{
+    Q_EMIT AboutToChange();
+    // A text without letters may have been all that there was besides.
+    if (CanFlatten(m_pDocument->GetPixels()))
+        m_pDocument->GetUndoStack()->push(new FlattenCommand(m_pDocument->GetPixels()));
+}
+
 void LayerMenu::OnLayersChanged()
 {
     const KXDocumentInterface* pixels = m_pDocument ? m_pDocument->GetPixels() : nullptr;
@@ -89,6 +101,7 @@ void LayerMenu::OnLayersChanged()
     for (QAction* action : {m_pNew, m_pDuplicate, m_pVisible})
         action->setEnabled(pixels);
     m_pDelete->setEnabled(count > 1);
+    m_pFlatten->setEnabled(pixels && CanFlatten(pixels));
     m_pAbove->setEnabled(current + 1 < count);
     m_pBelow->setEnabled(current > 0);
     const bool isHidden = pixels && !pixels->GetLayer(current).visible;
@@ -110,6 +123,15 @@ void LayerMenu::Choose(int distance)
     Q_EMIT AboutToChange();
     KXDocumentInterface* pixels = m_pDocument->GetPixels();
     pixels->SetCurrentLayer(pixels->GetCurrentLayer() + distance);
+}
+
+void LayerMenu::AddLayer(int kind)
+{
+    const QString reason = WhyNoMoreLayer(m_pDocument->GetPixels()->GetSize());
+    if (reason.isEmpty())
+        Do(kind);
+    else
+        Q_EMIT Refused(reason);
 }
 
 void LayerMenu::Do(int kind)

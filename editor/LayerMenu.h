@@ -26,6 +26,8 @@ Q_SIGNALS:
     // What is under way on the document has to come to its end now.
     void AboutToChange();
     void LayerTextChanged(const QString& text);
+    // Why nothing was done.
+    void Refused(const QString& text);
 
 private Q_SLOTS:
     void OnNew();
@@ -34,12 +36,14 @@ private Q_SLOTS:
     void OnAbove();
     void OnBelow();
     void OnVisible();
+    void OnFlatten();
     void OnLayersChanged();
 
 private:
     template <typename Slot>
     QAction* Add(QMenu* menu, const QString& text, const QKeySequence& key, Slot slot);
     void Choose(int distance);
+    void AddLayer(int kind);
     void Do(int kind);
 
     QPointer<Document> m_pDocument;
@@ -49,4 +53,5 @@ private:
     QAction* m_pAbove;
     QAction* m_pBelow;
     QAction* m_pVisible;
+    QAction* m_pFlatten;
 };

@@ -57,6 +57,7 @@ QAction* LayerPrompt::GetAction() const
 
 LayerPrompt::Answer LayerPrompt::Ask()
 {
+    m_askedAgain = false;
     const int kept = m_pSettings->value(AnswerKey).toInt();
     if (IsKept(kept))
         return ToAnswer(kept);
@@ -68,7 +69,13 @@ LayerPrompt::Answer LayerPrompt::Ask()
         m_pSettings->setValue(AnswerKey, result);
         m_pAction->setChecked(false);
     }
+    m_askedAgain = dialog.IsDontAsk() && result == DontSaveResult;
     return ToAnswer(result);
+}
+
+bool LayerPrompt::IsAskedAgain() const
+{
+    return m_askedAgain;
 }
 
 // Switched off by hand, pictures are saved as one layer.

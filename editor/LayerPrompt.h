@@ -33,6 +33,8 @@ public:
     QAction* GetAction() const;
     // The answer that is kept, else that of the person. Only an answer that saves is kept.
     Answer Ask();
+    // Whether the last answer was not to save, and not to be asked again: that is not kept.
+    bool IsAskedAgain() const;
 
 private Q_SLOTS:
     void OnToggled(bool on);
@@ -41,4 +43,5 @@ private:
     QSettings* m_pSettings;
     QWidget* m_pWindow;
     QAction* m_pAction;
+    bool m_askedAgain = false;
 };

@@ -195,12 +195,19 @@ void MainWindow::closeEvent(QCloseEvent* event)
     if (m_pBatch && m_pBatch->isVisible() && !m_pBatch->close())
         return;
     m_pTool->Finish();
+    // All are asked about before the first goes: nothing is lost where an answer stops the end.
+    QList<DocumentWindow*> asked;
     const QList<DocumentWindow*> windows = GetDocumentWindows();
     for (DocumentWindow* window : windows)
     {
-        if (window->GetDocument()->IsModified() && !CloseDocument(window))
+        if (!window->GetDocument()->IsModified())
+            continue;
+        if (!MayClose(window))
             return;
+        asked += window;
     }
+    for (DocumentWindow* window : qAsConst(asked))
+        RemoveWindow(window);
     StoreWindow();
     event->accept();
 }
@@ -232,6 +239,9 @@ void MainWindow::OnUndo()
 
 void MainWindow::OnRedo()
 {
+    // What was taken back of something under way comes before the steps.
+    if (m_pTool->Redo())
+        return;
     m_pTool->Finish();
     m_pUndoGroup->redo();
 }
@@ -374,6 +384,11 @@ void MainWindow::OnDocumentSizeChanged()
 void MainWindow::OnCanUndoChanged()
 {
     m_pUndo->setEnabled(m_pUndoGroup->canUndo() || m_pTool->CanCancel());
+}
+
+void MainWindow::OnCanRedoChanged()
+{
+    m_pRedo->setEnabled(m_pUndoGroup->canRedo() || m_pTool->CanRedo());
 }
 
 void MainWindow::OnUndoTextChanged(const QString& text)

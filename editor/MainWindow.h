@@ -116,6 +116,7 @@ private Q_SLOTS:
     void OnDocumentStateChanged();
     void OnDocumentSizeChanged();
     void OnCanUndoChanged();
+    void OnCanRedoChanged();
     void OnUndoTextChanged(const QString& text);
     void OnRedoTextChanged(const QString& text);
     void OnToolChosen(Tool* tool);
@@ -159,6 +160,8 @@ private:
     void RemoveWindow(DocumentWindow* window);
     SaveOutcome Save(DocumentWindow* window);
     SaveOutcome SaveAs(DocumentWindow* window, bool asksAboutLayers);
+    // Asks about changes, and saves if that is the answer. False if the document is to stay.
+    bool MayClose(DocumentWindow* window);
     // As an answer of LayerPrompt says.
     SaveOutcome SaveBy(int answer, DocumentWindow* window, const QString& path);
     // By a file dialog; empty when it was cancelled.

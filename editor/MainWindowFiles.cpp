@@ -128,7 +128,10 @@ MainWindow::SaveOutcome MainWindow::SaveBy(int answer, DocumentWindow* window, c
         return WriteDocument(window, path) ? Saved : NotSaved;
     if (answer == LayerPrompt::SaveAs)
         return SaveAs(window, false);
-    ShowStatus(tr("%1 was not saved.").arg(window->GetDocument()->GetTitle()));
+    const QString text = m_pLayerPrompt->IsAskedAgain()
+        ? tr("%1 was not saved. You will be asked again: not to save is never remembered.")
+        : tr("%1 was not saved.");
+    ShowStatus(text.arg(window->GetDocument()->GetTitle()));
     return answer == LayerPrompt::DontSave ? LeftUnsaved : NotSaved;
 }
 
@@ -184,20 +187,22 @@ bool MainWindow::WriteDocument(DocumentWindow* window, const QString& path)
 
 bool MainWindow::CloseDocument(DocumentWindow* window)
 {
+    const bool may = MayClose(window);
+    if (may)
+        RemoveWindow(window);
+    return may;
+}
+
+bool MainWindow::MayClose(DocumentWindow* window)
+{
     if (m_pTask->IsRunning())
         return false;
     m_pTool->Finish();
-    if (window->GetDocument()->IsModified())
-    {
-        m_pArea->setActiveSubWindow(window);
-        const int answer = AskAboutChanges(window);
-        if (answer != KXMessageBox::Save && answer != KXMessageBox::Discard)
-            return false;
-        if (answer == KXMessageBox::Save && Save(window) == NotSaved)
-            return false;
-    }
-    RemoveWindow(window);
-    return true;
+    if (!window->GetDocument()->IsModified())
+        return true;
+    m_pArea->setActiveSubWindow(window);
+    const int answer = AskAboutChanges(window);
+    return answer == KXMessageBox::Discard || (answer == KXMessageBox::Save && Save(window) != NotSaved);
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
@@ -231,11 +236,12 @@ void MainWindow::OnNew()
     NewDocumentDialog dialog(this);
     if (dialog.Exec() != KXDialog::ResultAccepted)
         return;
-    const QString reason = WhyNotInMemory(dialog.GetSize(), 1);
-    QImage image(reason.isEmpty() ? dialog.GetSize() : QSize(), QImage::Format_ARGB32_Premultiplied);
+    const QSize size = dialog.GetSize();
+    const bool fits = WhyNotInMemory(size, 1).isEmpty();
+    QImage image(fits ? size : QSize(), QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
     {
-        ShowError(reason.isEmpty() ? tr("There is not enough memory for the picture.") : reason);
+        ShowError(NoMemoryForPicture(size, 1));
         return;
     }
     image.fill(dialog.GetFill());

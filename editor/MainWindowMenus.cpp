@@ -89,6 +89,7 @@ void MainWindow::CreateTools()
         connect(tool, &Tool::Message, this, &MainWindow::ShowStatus);
         connect(tool, &Tool::BarChanged, this, &MainWindow::OnBarChanged);
         connect(tool, &Tool::CanCancelChanged, this, &MainWindow::OnCanUndoChanged);
+        connect(tool, &Tool::CanRedoChanged, this, &MainWindow::OnCanRedoChanged);
     }
     m_pOptionBar = addToolBar(tr("Option Bar"));
     m_pOptionBar->setObjectName(QStringLiteral("OptionBar"));
@@ -166,6 +167,7 @@ void MainWindow::CreateFileMenu()
     m_pPrintMenu = new PrintMenu(menu, {this, m_pTask, m_pSettings}, this);
     connect(m_pPrintMenu, &PrintMenu::AboutToChange, this, &MainWindow::OnAboutToChange);
     connect(m_pPrintMenu, &PrintMenu::Message, this, &MainWindow::ShowStatus);
+    connect(m_pPrintMenu, &PrintMenu::Preview, statusBar(), &QStatusBar::showMessage);
     menu->addSeparator();
     AddAction(menu, tr("&Batch..."), QString(), QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_B),
               &MainWindow::OnBatch);
@@ -198,7 +200,7 @@ void MainWindow::CreateEditMenu()
         new GradientMenu(menu->addMenu(tr("&Gradients")), FindTool<GradientTool>(), m_pSettings, this);
     connect(gradients, &GradientMenu::Message, this, &MainWindow::ShowStatus);
     connect(m_pUndoGroup, &QUndoGroup::canUndoChanged, this, &MainWindow::OnCanUndoChanged);
-    connect(m_pUndoGroup, &QUndoGroup::canRedoChanged, m_pRedo, &QAction::setEnabled);
+    connect(m_pUndoGroup, &QUndoGroup::canRedoChanged, this, &MainWindow::OnCanRedoChanged);
     connect(m_pUndoGroup, &QUndoGroup::undoTextChanged, this, &MainWindow::OnUndoTextChanged);
     connect(m_pUndoGroup, &QUndoGroup::redoTextChanged, this, &MainWindow::OnRedoTextChanged);
     m_pUndo->setEnabled(false);
@@ -216,6 +218,7 @@ void MainWindow::CreateLayerMenu()
 {
     m_pLayerMenu = new LayerMenu(menuBar()->addMenu(tr("&Layer")), this);
     connect(m_pLayerMenu, &LayerMenu::AboutToChange, this, &MainWindow::OnAboutToChange);
+    connect(m_pLayerMenu, &LayerMenu::Refused, this, &MainWindow::ShowError);
     connect(m_pLayerMenu, &LayerMenu::LayerTextChanged, m_pLayerLabel, &QLabel::setText);
 }
 

@@ -6,6 +6,7 @@
 #include "ClearPixels.h"
 #include "Document.h"
 #include "KXDocumentInterface.h"
+#include "MemoryRoom.h"
 #include "NVApplication.h"
 #include "NVDocumentView.h"
 #include "RefineDialog.h"
@@ -69,7 +70,8 @@ void SelectMenu::SetDocument(Document* document, NVDocumentView* view)
 void SelectMenu::OnAll()
 {
     Q_EMIT AboutToChange();
-    Push(tr("Select All"), FullMask(m_pDocument->GetPixels()->GetSize()));
+    if (HasRoom())
+        Push(tr("Select All"), FullMask(m_pDocument->GetPixels()->GetSize()));
 }
 
 void SelectMenu::OnNone()
@@ -82,14 +84,15 @@ void SelectMenu::OnInvert()
 {
     Q_EMIT AboutToChange();
     const KXDocumentInterface* pixels = m_pDocument->GetPixels();
-    Push(tr("Invert Selection"), InvertMask(pixels->GetSelectionMask(), pixels->GetSize()));
+    if (HasRoom())
+        Push(tr("Invert Selection"), InvertMask(pixels->GetSelectionMask(), pixels->GetSize()));
 }
 
 void SelectMenu::OnRefine()
 {
     Q_EMIT AboutToChange();
     const QImage mask = m_pDocument->GetPixels()->GetSelectionMask();
-    if (mask.isNull())
+    if (mask.isNull() || !HasRoom())
         return;
     RefineDialog dialog(mask, SelectionOutline::Of(m_pView), m_pWindow);
     if (dialog.Exec() == KXDialog::ResultAccepted && m_pDocument)
@@ -130,6 +133,15 @@ QAction* SelectMenu::Add(const QString& text, const QKeySequence& key, Slot slot
     QAction* action = m_pMenu->addAction(text, this, slot);
     action->setShortcut(key);
     return action;
+}
+
+// A mask that could not be made would look like one in which nothing is selected.
+bool SelectMenu::HasRoom()
+{
+    const QString reason = WhyNotSelected(m_pDocument->GetPixels()->GetSize());
+    if (!reason.isEmpty())
+        Q_EMIT Message(reason);
+    return reason.isEmpty();
 }
 
 void SelectMenu::Push(const QString& name, const QImage& mask)

@@ -46,6 +46,7 @@ private Q_SLOTS:
 private:
     template <typename Slot>
     QAction* Add(const QString& text, const QKeySequence& key, Slot slot);
+    bool HasRoom();
     void Push(const QString& name, const QImage& mask);
 
     QMenu* m_pMenu;

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstring>
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include <opencv2/imgproc.hpp>
@@ -152,6 +153,8 @@ private:
 QImage MarkAlike(const QImage& picture, const QPoint& seed, const FillSettings& settings)
 {
     QImage marks(picture.size(), QImage::Format_Grayscale8);
+    if (marks.isNull())
+        return marks;
     const MaskRows rows(marks);
     const QRgb clicked = reinterpret_cast<const QRgb*>(picture.constScanLine(seed.y()))[seed.x()];
     const Likeness likeness(clicked, settings);
@@ -248,7 +251,10 @@ Fill MakeFill(const QImage& picture, const QPoint& seed, const FillSettings& set
 {
     if (!CanFill(picture, seed, settings))
         return {};
-    Fill fill = FillAlike(MarkAlike(picture, seed, settings), seed, settings.contiguous);
+    QImage marks = MarkAlike(picture, seed, settings);
+    if (marks.isNull())
+        return {};
+    Fill fill = FillAlike(std::move(marks), seed, settings.contiguous);
     if (settings.antialiasing)
         SoftenEdges(fill);
     if (!settings.selection.isNull())

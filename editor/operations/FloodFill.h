@@ -36,8 +36,9 @@ struct FillSettings
 };
 
 // The coverage of the fill, 0 to 255, as a Grayscale8 image as large as the picture; null when the seed lies
-// outside the picture or in nothing that is selected, or when the tolerance is out of range or an image does
-// not fit. The picture is ARGB32_Premultiplied; settings.sampled is not looked at. Any thread.
+// outside the picture or in nothing that is selected, or when the tolerance is out of range, an image does
+// not fit or the memory is short. The picture is ARGB32_Premultiplied; settings.sampled is not looked at. Any
+// thread.
 QImage FloodMask(const QImage& picture, const QPoint& seed, const FillSettings& settings);
 
 // Fills the layer, ARGB32_Premultiplied, from the seed, in layer pixels. Gives what the touched tiles held

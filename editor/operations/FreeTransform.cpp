@@ -70,6 +70,12 @@ double CommonFactor(const QPointF& from, const QPointF& to, const QPointF& about
     return length < Near * Near ? 1 : QPointF::dotProduct(before, after) / length;
 }
 
+// The skew when the end of an arm across it goes so far along.
+double SkewedBy(double degrees, double way, double arm)
+{
+    return std::abs(arm) < Near ? degrees : qRadiansToDegrees(std::atan(TanOf(degrees) + way / arm));
+}
+
 bool IsCorner(FreeTransform::Part part)
 {
     return part == FreeTransform::TopLeft || part == FreeTransform::TopRight ||
@@ -236,8 +242,8 @@ FreeTransform FreeTransform::Dragged(Part part, const QPointF& from, const QPoin
         next.SetReferencePlace(m_position + to - from);
         break;
     default:
-        next =
-            constraint.skews && !IsCorner(part) ? Skewed(part, from, to) : Scaled(part, from, to, constraint);
+        next = constraint.skews && !IsCorner(part) ? Skewed(part, from, to, constraint)
+                                                   : Scaled(part, from, to, constraint);
     }
     return next;
 }
@@ -315,20 +321,21 @@ FreeTransform FreeTransform::Scaled(Part part, const QPointF& from, const QPoint
     return next;
 }
 
-// The edge slides along the axis that it lies on before the box is turned; the edge opposite stays.
-FreeTransform FreeTransform::Skewed(Part part, const QPointF& from, const QPointF& to) const
+// The edge slides along the axis that it lies on before the box is turned; what it is skewed about stays.
+FreeTransform FreeTransform::Skewed(Part part, const QPointF& from, const QPointF& to,
+                                    const Constraint& constraint) const
 {
     QTransform turnBack;
     turnBack.rotate(-m_angle);
     const QPointF way = turnBack.map(to - from);
-    const QPointF opposite = PointOf(10 - part);
-    const QPointF edge = PointOf(part) - opposite;
+    const QPointF about = constraint.aboutReference ? m_reference : PointOf(10 - part);
+    const QPointF arm = PointOf(part) - about;
     FreeTransform next(*this);
     if (IsSide(part))
-        next.SetSkew(m_skewX, qRadiansToDegrees(std::atan(TanOf(m_skewY) + way.y() / (edge.x() * m_scaleX))));
+        next.SetSkew(m_skewX, SkewedBy(m_skewY, way.y(), arm.x() * m_scaleX));
     else
-        next.SetSkew(qRadiansToDegrees(std::atan(TanOf(m_skewX) + way.x() / (edge.y() * m_scaleY))), m_skewY);
-    next.KeepPlace(opposite, GetMatrix().map(opposite));
+        next.SetSkew(SkewedBy(m_skewX, way.x(), arm.y() * m_scaleY), m_skewY);
+    next.KeepPlace(about, GetMatrix().map(about));
     return next;
 }
 

@@ -35,7 +35,7 @@ public:
         // Scaling keeps the proportion, moving keeps to directions of whole 45 degrees, turning to angles of
         // whole 15 degrees.
         bool regular = false;
-        // Scaling is about the reference point, and not about what lies opposite.
+        // Scaling and skewing are about the reference point, and not about what lies opposite.
         bool aboutReference = false;
         // Handles of edges skew, in place of scaling.
         bool skews = false;
@@ -93,7 +93,8 @@ private:
     FreeTransform Turned(const QPointF& from, const QPointF& to, bool regular) const;
     FreeTransform Scaled(Part part, const QPointF& from, const QPointF& to,
                          const Constraint& constraint) const;
-    FreeTransform Skewed(Part part, const QPointF& from, const QPointF& to) const;
+    FreeTransform Skewed(Part part, const QPointF& from, const QPointF& to,
+                         const Constraint& constraint) const;
     bool IsFlat() const;
 
     QRectF m_box;

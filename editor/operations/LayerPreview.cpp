@@ -206,11 +206,12 @@ bool PreviewPlace::operator==(const PreviewPlace& other) const
         area == other.area;
 }
 
-void LayerPreview::SetLayers(const QVector<PreviewLayer>& layers, int changing)
+void LayerPreview::SetLayers(const QVector<PreviewLayer>& layers, int changing, bool isMadeAnew)
 {
     Clear();
     m_layers = layers;
     m_changing = changing;
+    m_isMadeAnew = isMadeAnew;
     m_halves.resize(layers.size());
 }
 
@@ -251,18 +252,18 @@ QImage LayerPreview::Render(const PreviewPlace& place, const Change& change, QPo
 
 void LayerPreview::Look(const PreviewPlace& place)
 {
-    const QRect layer = m_layers.first().image.rect();
+    const QRect bounds = m_layers.first().image.rect();
     m_place = place;
-    m_visible = VisiblePixels(place, layer.size());
+    m_visible = VisiblePixels(place, bounds.size());
     m_isWhole = place.scale >= 1.0;
     m_level = 0;
-    for (double scale = place.scale; scale <= 0.5 && layer.width() >> m_level > 1; scale *= 2.0)
+    for (double scale = place.scale; scale <= 0.5 && bounds.width() >> m_level > 1; scale *= 2.0)
         ++m_level;
     if (m_isWhole)
     {
         const QRectF shown(QPointF(m_visible.topLeft() - place.origin) / place.scale,
                            QSizeF(m_visible.size()) / place.scale);
-        m_piece = shown.toAlignedRect().adjusted(-1, -1, 1, 1) & layer;
+        m_piece = shown.toAlignedRect().adjusted(-1, -1, 1, 1) & bounds;
         m_toLayer = QTransform::fromTranslate(m_piece.left(), m_piece.top());
     }
     else
@@ -271,12 +272,15 @@ void LayerPreview::Look(const PreviewPlace& place)
         const QPointF corner = (m_visible.topLeft() - place.origin) / place.scale;
         m_toLayer = QTransform(1 / place.scale, 0, 0, 1 / place.scale, corner.x(), corner.y());
     }
-    m_below = QImage(m_piece.size(), QImage::Format_ARGB32_Premultiplied);
-    m_below.fill(Qt::transparent);
+    QImage clear(m_piece.size(), QImage::Format_ARGB32_Premultiplied);
+    clear.fill(Qt::transparent);
+    m_below = clear;
     m_above.clear();
     for (int i = 0; i < m_layers.size(); ++i)
     {
-        const Sampled sampled = Sample(i);
+        const PreviewLayer& layer = m_layers.at(i);
+        const Sampled sampled =
+            m_isMadeAnew && i == m_changing ? Sampled{clear, layer.blendMode, layer.opacity} : Sample(i);
         if (i < m_changing)
             Lay(m_below, sampled.image, sampled.blendMode, sampled.opacity);
         else if (i == m_changing)

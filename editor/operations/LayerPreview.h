@@ -39,8 +39,9 @@ public:
     // Changes the pixels of the picture, a piece of the layer. The transform maps them to the layer's.
     using Change = std::function<void(QImage& picture, const QTransform& toLayer)>;
 
-    // From the bottom to the top; one of them is to be changed.
-    void SetLayers(const QVector<PreviewLayer>& layers, int changing);
+    // From the bottom to the top; one of them is to be changed. When it is made anew, the change begins with
+    // a clear picture, and the pixels that the layer has now are not looked at.
+    void SetLayers(const QVector<PreviewLayer>& layers, int changing, bool isMadeAnew = false);
     void Clear();
 
     // The picture, opaque, and the upper left corner of it on the device. Null when no layer is in sight.
@@ -61,6 +62,7 @@ private:
 
     QVector<PreviewLayer> m_layers;
     int m_changing = 0;
+    bool m_isMadeAnew = false;
     // Each layer at 1/2, 1/4 ... of its size, as far as it was asked for.
     QVector<QVector<QImage>> m_halves;
 

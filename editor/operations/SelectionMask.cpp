@@ -408,7 +408,7 @@ std::array<uchar, 256> SteepTable(double deviation)
 
 } // namespace
 
-QImage CombineMasks(const QImage& before, const QImage& with, int state)
+QImage CombineMasks(const QImage& before, QImage with, int state)
 {
     const bool hasNew = IsMask(with);
     const bool hasOld = IsMask(before) && (!hasNew || before.size() == with.size());
@@ -420,13 +420,13 @@ QImage CombineMasks(const QImage& before, const QImage& with, int state)
         return state == UniteSelections ? Checked(with) : QImage();
     if (!hasNew)
         return state == IntersectSelections ? QImage() : Checked(before);
-    QImage result = with.copy();
-    if (result.isNull())
+    with.detach();
+    if (with.isNull())
         return before;
-    const MaskRows rows(result);
+    const MaskRows rows(with);
     const ConstMaskRows old(before);
-    ForRows(result.height(), [&](int y) { CombineRow(old.At(y), rows.At(y), result.width(), state); });
-    return Checked(result);
+    ForRows(with.height(), [&](int y) { CombineRow(old.At(y), rows.At(y), with.width(), state); });
+    return Checked(with);
 }
 
 QRect MaskBounds(const QImage& mask)

@@ -25,7 +25,7 @@ enum SelectionState
 using IsCancelled = std::function<bool()>;
 
 // A state that is none of the four counts as ReplaceSelection. Masks of two sizes give the new one.
-QImage CombineMasks(const QImage& before, const QImage& with, int state);
+QImage CombineMasks(const QImage& before, QImage with, int state);
 
 // The smallest rect that holds all that is not 0; empty for a null mask.
 QRect MaskBounds(const QImage& mask);

@@ -20,8 +20,19 @@ namespace
 
 // Plain words fit a frame that is a hair too narrow, without it they would be broken.
 const double Slack = 0.5;
+const double PartsOfPixel = 64;
 // Of letters that are remembered.
 const int MostOutlines = 20000;
+
+// To the places that the toolkit draws with. It rounds by itself, but not everywhere alike: a letter would be
+// another where an edge cuts the picture.
+QPainterPath Snapped(QPainterPath path)
+{
+    const auto snapped = [](double place) { return std::floor(place * PartsOfPixel + 0.5) / PartsOfPixel; };
+    for (int i = 0; i < path.elementCount(); ++i)
+        path.setElementPositionAt(i, snapped(path.elementAt(i).x), snapped(path.elementAt(i).y));
+    return path;
+}
 
 // The same letter has the same outline each time. The toolkit's own differ by a hair, depending on what else
 // it has drawn meanwhile, and a text would not be found again in its layer.
@@ -38,7 +49,7 @@ QPainterPath OutlineOf(const QRawFont& font, const QString& fontKey, quint32 let
     auto outline = known.find(letter);
     if (outline == known.end())
     {
-        outline = known.insert(letter, font.pathForGlyph(letter));
+        outline = known.insert(letter, Snapped(font.pathForGlyph(letter)));
         ++count;
     }
     return *outline;
@@ -73,17 +84,44 @@ void AddLetters(QVector<QPainterPath>& paths, const QTextBlock& block)
     }
 }
 
+void AddUnderline(QVector<QPainterPath>& paths, const QTextLine& line, double left, double right,
+                  const QPointF& corner, const QFontMetricsF& metrics)
+{
+    const double top = line.y() + line.ascent() + metrics.underlinePos();
+    QPainterPath path;
+    path.addRect(QRectF(left, top, right - left, qMax(1.0, metrics.lineWidth())).translated(corner));
+    paths.append(path);
+}
+
 void AddUnderlines(QVector<QPainterPath>& paths, const QTextLayout& layout, const QFontMetricsF& metrics)
 {
     for (int i = 0; i < layout.lineCount(); ++i)
     {
         const QTextLine line = layout.lineAt(i);
         const QRectF natural = line.naturalTextRect();
-        const double top = line.y() + line.ascent() + metrics.underlinePos();
-        const QRectF bar(natural.left(), top, natural.width(), qMax(1.0, metrics.lineWidth()));
-        QPainterPath path;
-        path.addRect(bar.translated(layout.position()));
-        paths.append(path);
+        AddUnderline(paths, line, natural.left(), natural.right(), layout.position(), metrics);
+    }
+}
+
+// Below the letters that an input method has not decided yet, as it asks for it.
+void AddCompositionLines(QVector<QPainterPath>& paths, const QTextLayout& layout,
+                         const QFontMetricsF& metrics)
+{
+    const QVector<QTextLayout::FormatRange> formats = layout.formats();
+    for (const QTextLayout::FormatRange& range : formats)
+    {
+        if (range.format.underlineStyle() == QTextCharFormat::NoUnderline)
+            continue;
+        for (int i = 0; i < layout.lineCount(); ++i)
+        {
+            const QTextLine line = layout.lineAt(i);
+            const int from = qMax(range.start, line.textStart());
+            const int to = qMin(range.start + range.length, line.textStart() + line.textLength());
+            const double start = line.cursorToX(from);
+            const double end = line.cursorToX(to);
+            if (from < to)
+                AddUnderline(paths, line, qMin(start, end), qMax(start, end), layout.position(), metrics);
+        }
     }
 }
 
@@ -132,16 +170,32 @@ bool IsClear(const QRgb* row, int count)
     return std::all_of(row, row + count, [](QRgb pixel) { return pixel == 0; });
 }
 
-// Whether the area of the layer, as large as the picture, shows it.
-bool Shows(const QImage& layer, const QRect& area, const QImage& picture)
+const QRgb* PixelAt(const QImage& image, const QPoint& place)
 {
-    for (int y = 0; y < area.height(); ++y)
+    return reinterpret_cast<const QRgb*>(image.constScanLine(place.y())) + place.x();
+}
+
+// Whether the layer shows the picture as far as it lies in it.
+bool Shows(const QImage& layer, const TextPicture& picture)
+{
+    const QRect area = picture.GetRect() & layer.rect();
+    for (int y = area.top(); y <= area.bottom(); ++y)
     {
-        const auto* row = reinterpret_cast<const QRgb*>(layer.constScanLine(area.top() + y)) + area.left();
-        if (std::memcmp(row, picture.constScanLine(y), size_t(area.width()) * sizeof(QRgb)) != 0)
+        const QPoint place(area.left(), y);
+        if (std::memcmp(PixelAt(layer, place), PixelAt(picture.image, place - picture.corner),
+                        size_t(area.width()) * sizeof(QRgb)) != 0)
             return false;
     }
     return true;
+}
+
+// Some pixel that is not clear, in the first row of the area, which has one.
+QPoint InkOf(const QImage& layer, const QRect& area)
+{
+    QPoint place = area.topLeft();
+    while (*PixelAt(layer, place) == 0)
+        ++place.rx();
+    return place;
 }
 
 } // namespace
@@ -205,11 +259,13 @@ QVector<QPainterPath> TextOutlines(const QTextDocument& document, const TextDesc
         AddLetters(paths, block);
         if (description.isUnderlined)
             AddUnderlines(paths, *block.layout(), metrics);
+        else
+            AddCompositionLines(paths, *block.layout(), metrics);
     }
     for (QPainterPath& path : paths)
     {
         path.setFillRule(Qt::WindingFill);
-        path = WarpPath(path.translated(frame.topLeft()), frame, description.warp);
+        path = Snapped(WarpPath(path.translated(frame.topLeft()), frame, description.warp));
     }
     return paths;
 }
@@ -266,13 +322,31 @@ QRect VisibleRect(const QImage& image)
     return right < left ? QRect() : QRect(QPoint(left, top), QPoint(right, bottom));
 }
 
+// What the layer shows may be any part of the text. All that lies in the layer has to fit, though, so that
+// only its edges can have cut it. Where several places fit, it is the nearest one.
 bool FindText(const QImage& layer, const TextDescription& description, QPoint* way)
 {
-    const TextPicture picture = DrawText(description, layer.rect());
+    const QRect shown = description.shown.translated(description.anchor);
+    TextPicture picture = DrawText(description, shown.isNull() ? layer.rect() : shown);
     const QRect visible = VisibleRect(layer);
-    if (picture.image.isNull() || visible.size() != picture.image.size() ||
-        !Shows(layer, visible, picture.image))
+    if (picture.image.isNull() || visible.isEmpty())
         return false;
-    *way = visible.topLeft() - picture.corner;
-    return true;
+    const QPoint corner = picture.corner;
+    const QPoint ink = InkOf(layer, visible);
+    const QRgb color = *PixelAt(layer, ink);
+    bool isFound = false;
+    for (int y = 0; y <= picture.image.height() - visible.height(); ++y)
+    {
+        for (int x = 0; x <= picture.image.width() - visible.width(); ++x)
+        {
+            picture.corner = visible.topLeft() - QPoint(x, y);
+            const QPoint there = picture.corner - corner;
+            const bool isNearer = !isFound || there.manhattanLength() < way->manhattanLength();
+            if (!isNearer || *PixelAt(picture.image, ink - picture.corner) != color || !Shows(layer, picture))
+                continue;
+            *way = there;
+            isFound = true;
+        }
+    }
+    return isFound;
 }

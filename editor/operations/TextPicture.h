@@ -34,9 +34,12 @@ struct TextDescription
     QPoint anchor;
     // Where lines are broken, in pixels; 0 breaks them nowhere.
     int width = 0;
+    // How much of it its layer was given, as seen from the anchor; null: all that lies in the layer.
+    QRect shown;
 };
 Q_DECLARE_METATYPE(TextDescription)
 
+// But for what is shown.
 bool operator==(const TextDescription& one, const TextDescription& other);
 
 // A piece of a layer that holds all of a text. Without a visible pixel the image is null.
@@ -65,6 +68,6 @@ TextPicture DrawText(const TextDescription& description, const QRect& bounds);
 
 // The smallest rect that holds all pixels of the image, ARGB32_Premultiplied, that are not clear.
 QRect VisibleRect(const QImage& image);
-// Whether the layer shows just the text, wherever it was moved to: then the way there from the description's
-// place. False when anything else was done to its pixels.
+// Whether the layer shows just the text, wherever it was moved to, also where the edges of the layer cut it:
+// then the way there from the description's place. False when anything else was done to its pixels.
 bool FindText(const QImage& layer, const TextDescription& description, QPoint* way);

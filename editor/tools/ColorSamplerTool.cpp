@@ -88,6 +88,11 @@ void ColorSamplerTool::StoreValues()
 
 bool ColorSamplerTool::Cancel()
 {
+    if (!m_cleared.isEmpty())
+    {
+        Restore();
+        return true;
+    }
     if (m_dragged < 0)
         return false;
     const int dragged = m_dragged;
@@ -102,6 +107,7 @@ bool ColorSamplerTool::Cancel()
 void ColorSamplerTool::Finish()
 {
     m_dragged = -1;
+    m_cleared.clear();
     SetEscapeLive(false);
 }
 
@@ -195,13 +201,18 @@ void ColorSamplerTool::OnSizeChosen(int index)
 
 void ColorSamplerTool::OnClear()
 {
-    if (m_pSamples)
-        m_pSamples->Clear();
+    const QVector<QPoint> cleared = GetPixels();
+    if (cleared.isEmpty())
+        return;
+    m_pSamples->Clear();
+    m_cleared = cleared;
+    SetEscapeLive(true);
+    Q_EMIT Message(tr("All samples were deleted. Escape brings them back."));
 }
 
 void ColorSamplerTool::OnSamplesChanged()
 {
-    if (m_dragged >= m_pSamples->Count())
+    if (m_dragged >= m_pSamples->Count() || !m_cleared.isEmpty())
         Finish();
     GetSamplerBar()->SetClearEnabled(m_pSamples->Count() > 0);
     if (!IsActive() || !GetView())
@@ -209,6 +220,15 @@ void ColorSamplerTool::OnSamplesChanged()
     UpdateMarks();
     m_drawn = GetPixels();
     UpdateMarks();
+}
+
+void ColorSamplerTool::Restore()
+{
+    const QVector<QPoint> cleared = m_cleared;
+    Finish();
+    for (int i = 0; m_pSamples && i < cleared.size(); ++i)
+        m_pSamples->Add(cleared.at(i));
+    Q_EMIT Message(QString());
 }
 
 int ColorSamplerTool::SampleAt(const QPointF& position) const

@@ -26,7 +26,8 @@ public:
     QString GetPictureName() const override;
     QKeySequence GetKey() const override;
     void StoreValues() override;
-    // The sample that is being dragged goes back to where it was, one that is new goes.
+    // The sample that is being dragged goes back to where it was, one that is new goes. Those that the bar
+    // has deleted come back, until something else is done with the tool.
     bool Cancel() override;
     void Finish() override;
 
@@ -50,6 +51,7 @@ private Q_SLOTS:
 private:
     // The topmost one that the pointer takes; -1 for none.
     int SampleAt(const QPointF& position) const;
+    void Restore();
     QPointF PlaceOf(const QPoint& pixel) const;
     void UpdateMarks() const;
     QVector<QPoint> GetPixels() const;
@@ -62,4 +64,6 @@ private:
     int m_dragged = -1;
     bool m_isNew = false;
     QPoint m_before;
+    // Deleted all together, and still to be had back.
+    QVector<QPoint> m_cleared;
 };

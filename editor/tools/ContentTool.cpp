@@ -1,6 +1,5 @@
 #include "ContentTool.h"
 
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QUndoStack>
@@ -321,7 +320,8 @@ void ContentTool::LookAtLayers()
         if (layer.visible)
             layers.append({hasRest ? m_content.rest : layer.image, layer.blendMode, layer.opacity / 100.0});
     }
-    m_preview.SetLayers(layers, changing);
+    // What is taken of a layer without a selection leaves nothing of it.
+    m_preview.SetLayers(layers, changing, m_content.rest.isNull());
     m_picture = QImage();
     ShowSelectionLine();
     UpdateCanvas();
@@ -348,18 +348,11 @@ void ContentTool::DrawOverlay(QPainter& painter)
         const PreviewPlace place = PlaceOf(GetView(), ratio);
         if (m_picture.isNull() || !(place == m_place))
         {
-            QElapsedTimer time;
-            time.start();
             const auto change = [this](QImage& picture, const QTransform& toLayer)
-            {
-                if (m_content.rest.isNull())
-                    picture.fill(Qt::transparent);
-                m_levels.Draw(picture, m_transform * toLayer.inverted());
-            };
+            { m_levels.Draw(picture, m_transform * toLayer.inverted()); };
             m_picture = m_preview.Render(place, change, &m_corner);
             m_picture.setDevicePixelRatio(ratio);
             m_place = place;
-            Q_EMIT PreviewDrawn(double(time.nsecsElapsed()) / 1e6);
         }
         painter.drawImage(QPointF(m_corner) / ratio, m_picture);
     }

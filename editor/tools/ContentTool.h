@@ -44,8 +44,6 @@ public Q_SLOTS:
 Q_SIGNALS:
     // It is on the undo stack, or was taken back, or it has changed nothing.
     void ContentEnded();
-    // How long it took to make the picture of the canvas, in milliseconds.
-    void PreviewDrawn(double milliseconds);
 
 protected:
     // Of the undo step.

@@ -147,7 +147,7 @@ void CropTool::EndFrame()
 
 void CropTool::UpdateHover(const CropHit& hit)
 {
-    GetView()->SetToolCursor(CropCursor(hit, m_frame));
+    GetView()->SetToolCursor(CropCursor(hit, m_frame, GetView()->devicePixelRatioF()));
     if (hit == m_hover)
         return;
     m_hover = hit;

@@ -129,10 +129,11 @@ void DrawHandle(QPainter& painter, const QPointF& place, double angle, const QBr
 }
 
 // A quarter of a circle with an arrow at each end.
-QCursor MakeTurnCursor()
+QCursor MakeTurnCursor(double ratio)
 {
     const int side = 24;
-    QPixmap picture(side, side);
+    QPixmap picture(QSize(side, side) * ratio);
+    picture.setDevicePixelRatio(ratio);
     picture.fill(Qt::transparent);
     QPainterPath path;
     path.arcMoveTo(QRectF(-4, 6, 22, 22), 0);
@@ -150,6 +151,17 @@ QCursor MakeTurnCursor()
     painter.strokePath(path, QPen(Qt::black, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.end();
     return QCursor(picture, side / 2, side / 2);
+}
+
+// The one that was made last is kept: a pointer that is moved asks for it all the time.
+QCursor TurnCursor(double ratio)
+{
+    static QCursor cursor;
+    static double ratioOfCursor = 0;
+    if (ratio != ratioOfCursor)
+        cursor = MakeTurnCursor(ratio);
+    ratioOfCursor = ratio;
+    return cursor;
 }
 
 } // namespace
@@ -178,11 +190,10 @@ CropHit CropHitAt(const NVDocumentView* view, const CropFrame& frame, const QPoi
     return hit;
 }
 
-QCursor CropCursor(const CropHit& hit, const CropFrame& frame)
+QCursor CropCursor(const CropHit& hit, const CropFrame& frame, double ratio)
 {
-    static const QCursor turn = MakeTurnCursor();
     if (hit.part == CropHit::Outside)
-        return turn;
+        return TurnCursor(ratio);
     if (hit.part == CropHit::Inside)
         return Qt::SizeAllCursor;
     const QPointF way = hit.share - QPointF(0.5, 0.5);

@@ -48,8 +48,8 @@ struct CropLook
 
 // The position is in document pixels. Of a frame that is small on the screen only the corners can be taken.
 CropHit CropHitAt(const NVDocumentView* view, const CropFrame& frame, const QPointF& position);
-// Double arrows as the handle goes, a bent one outside.
-QCursor CropCursor(const CropHit& hit, const CropFrame& frame);
+// Double arrows as the handle goes, a bent one outside, for a screen of that pixel ratio.
+QCursor CropCursor(const CropHit& hit, const CropFrame& frame, double ratio);
 // What drawing covers beside the shade, in pixels of the viewport.
 QRect CropArea(const NVDocumentView* view, const CropFrame& frame);
 // The picture is from 0, 0 on, in document pixels.

@@ -1,6 +1,5 @@
 // The gradient tool on the canvas: what it shows while a gradient is pending, and how it gets onto the layer.
 
-#include <QElapsedTimer>
 #include <QPainter>
 #include <QUndoStack>
 
@@ -147,15 +146,12 @@ void GradientTool::DrawOverlay(QPainter& painter)
     const PreviewPlace place = PlaceOf(GetView(), ratio);
     if (m_picture.isNull() || !(place == m_place))
     {
-        QElapsedTimer time;
-        time.start();
         const GradientSettings settings = CurrentSettings();
         const auto change = [&settings](QImage& picture, const QTransform& toLayer)
         { DrawGradientPreview(picture, toLayer, settings); };
         m_picture = m_preview.Render(place, change, &m_corner);
         m_picture.setDevicePixelRatio(ratio);
         m_place = place;
-        Q_EMIT PreviewDrawn(double(time.nsecsElapsed()) / 1e6);
     }
     painter.drawImage(QPointF(m_corner) / ratio, m_picture);
     if (m_state == Pending)

@@ -59,8 +59,6 @@ public Q_SLOTS:
 Q_SIGNALS:
     // The gradient is on the undo stack, or was taken back.
     void GradientEnded();
-    // How long it took to make the picture of the canvas, in milliseconds.
-    void PreviewDrawn(double milliseconds);
 
 protected:
     QWidget* CreateBar() override;

@@ -2,7 +2,6 @@
 
 #include <QToolButton>
 
-#include "HeldKeys.h"
 #include "NVMagicWandToolbar.h"
 #include "NVSelectionToolbar.h"
 #include "Theme.h"
@@ -11,28 +10,24 @@ namespace
 {
 
 template <class Bar>
-void Follow(Bar* bar, HeldKeys* keys)
+void Show(Bar* bar, Qt::KeyboardModifiers held)
 {
-    const auto show = [bar](Qt::KeyboardModifiers held)
-    {
-        QFlags<typename Bar::KeyModifier> flags;
-        flags.setFlag(Bar::UniteModifier, held.testFlag(Qt::ShiftModifier));
-        flags.setFlag(Bar::SubtractModifier, held.testFlag(Qt::AltModifier));
-        bar->SetModifiers(flags);
-    };
-    QObject::connect(keys, &HeldKeys::Changed, bar, show);
+    QFlags<typename Bar::KeyModifier> flags;
+    flags.setFlag(Bar::UniteModifier, held.testFlag(Qt::ShiftModifier));
+    flags.setFlag(Bar::SubtractModifier, held.testFlag(Qt::AltModifier));
+    bar->SetModifiers(flags);
 }
 
 } // namespace
 
-void FollowHeldKeys(NVSelectionToolbar* bar, HeldKeys* keys)
+void ShowHeldKeys(NVSelectionToolbar* bar, Qt::KeyboardModifiers held)
 {
-    Follow(bar, keys);
+    Show(bar, held);
 }
 
-void FollowHeldKeys(NVMagicWandToolbar* bar, HeldKeys* keys)
+void ShowHeldKeys(NVMagicWandToolbar* bar, Qt::KeyboardModifiers held)
 {
-    Follow(bar, keys);
+    Show(bar, held);
 }
 
 void UpdateSelectionButtons(QWidget* bar)

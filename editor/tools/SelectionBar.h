@@ -1,15 +1,16 @@
 #pragma once
 
-class HeldKeys;
+#include <Qt>
+
 class NVMagicWandToolbar;
 class NVSelectionToolbar;
 class QWidget;
 
 // What the tools do that select: their bars follow the keys that are held and the theme.
 
-// While the keys are watched, Shift unites, Alt subtracts and both intersect. Neither is owned.
-void FollowHeldKeys(NVSelectionToolbar* bar, HeldKeys* keys);
-void FollowHeldKeys(NVMagicWandToolbar* bar, HeldKeys* keys);
+// Shift unites, Alt subtracts and both intersect.
+void ShowHeldKeys(NVSelectionToolbar* bar, Qt::KeyboardModifiers held);
+void ShowHeldKeys(NVMagicWandToolbar* bar, Qt::KeyboardModifiers held);
 
 // The pictures of the four buttons in the theme in force.
 void UpdateSelectionButtons(QWidget* bar);

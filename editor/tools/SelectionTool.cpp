@@ -11,6 +11,7 @@
 
 #include "Document.h"
 #include "KXDocumentInterface.h"
+#include "MemoryRoom.h"
 #include "NVSelectionToolbar.h"
 #include "SelectCommand.h"
 #include "SelectionBar.h"
@@ -30,14 +31,7 @@ const int ScrollMs = 30;
 const double ScrollShare = 0.2;
 // Nudges in a row are one step.
 const int NudgeNumber = 1;
-
-NVSelectionToolbar::KeyModifiers ToFlags(Qt::KeyboardModifiers modifiers)
-{
-    NVSelectionToolbar::KeyModifiers flags;
-    flags.setFlag(NVSelectionToolbar::UniteModifier, modifiers.testFlag(Qt::ShiftModifier));
-    flags.setFlag(NVSelectionToolbar::SubtractModifier, modifiers.testFlag(Qt::AltModifier));
-    return flags;
-}
+const int NoMerge = -1;
 
 // How far it is outside, from the nearer side; 0 within.
 int Beyond(double value, int length)
@@ -206,7 +200,7 @@ void SelectionTool::OnHeldKeys(Qt::KeyboardModifiers modifiers)
 {
     if (m_act == NoAct)
     {
-        ShowModifiers(modifiers);
+        ShowHeldKeys(GetSelectionBar(), modifiers);
         return;
     }
     m_usedKeys &= modifiers;
@@ -248,11 +242,6 @@ bool SelectionTool::MovesAt(const QPointF& point)
 {
     const int state = GetSelectionBar()->GetState();
     return (state == ReplaceSelection || state == 0) && IsInSelection(point);
-}
-
-void SelectionTool::ShowModifiers(Qt::KeyboardModifiers modifiers)
-{
-    GetSelectionBar()->SetModifiers(ToFlags(modifiers));
 }
 
 void SelectionTool::DragTo(const QPointF& viewportPoint)
@@ -312,8 +301,7 @@ void SelectionTool::EndDrag(bool isKept)
     if (isKept && act == Drawing)
         Select();
     else if (isKept && act == Moving)
-        PushSelection(GetDocument(), tr("Move Selection"),
-                      MoveMask(GetDocument()->GetPixels()->GetSelectionMask(), m_way));
+        MoveSelection(m_way, NoMerge);
     else if (isKept && (m_state == ReplaceSelection || m_state == 0))
         PushSelection(GetDocument(), tr("Deselect"), QImage());
     // The line is that of the selection again, whether that changed or not.
@@ -322,16 +310,34 @@ void SelectionTool::EndDrag(bool isKept)
         outline->ShowSelection();
     m_shape.rect = QRect();
     m_way = QPoint();
-    ShowModifiers(m_keys.Get());
+    ShowHeldKeys(GetSelectionBar(), m_keys.Get());
 }
 
 void SelectionTool::Select()
 {
+    if (!HasRoom())
+        return;
     const KXDocumentInterface* pixels = GetDocument()->GetPixels();
     const QImage mask = CombineMasks(pixels->GetSelectionMask(), MaskOf(m_shape, pixels->GetSize()), m_state);
     PushSelection(GetDocument(), GetName(), mask);
     if (!mask.isNull() && !HasOutline(mask))
         Q_EMIT Message(tr("No pixel is selected by half or more: the outline cannot be seen."));
+}
+
+void SelectionTool::MoveSelection(const QPoint& way, int mergeNumber)
+{
+    if (HasRoom())
+        PushSelection(GetDocument(), tr("Move Selection"),
+                      MoveMask(GetDocument()->GetPixels()->GetSelectionMask(), way), mergeNumber);
+}
+
+// A mask that could not be made would look like one in which nothing is selected.
+bool SelectionTool::HasRoom()
+{
+    const QString reason = WhyNotSelected(GetDocument()->GetPixels()->GetSize());
+    if (!reason.isEmpty())
+        Q_EMIT Message(reason);
+    return reason.isEmpty();
 }
 
 void SelectionTool::DrawShape(QPainter& painter) const
@@ -365,6 +371,5 @@ void SelectionTool::Nudge(const QPoint& way)
 {
     if (m_act != NoAct || !GetDocument())
         return;
-    PushSelection(GetDocument(), tr("Move Selection"),
-                  MoveMask(GetDocument()->GetPixels()->GetSelectionMask(), way), NudgeNumber);
+    MoveSelection(way, NudgeNumber);
 }

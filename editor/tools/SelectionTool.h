@@ -64,12 +64,13 @@ private:
     QString KeyFor(const QString& value) const;
     bool IsInSelection(const QPointF& point) const;
     bool MovesAt(const QPointF& point);
-    void ShowModifiers(Qt::KeyboardModifiers modifiers);
     void DragTo(const QPointF& viewportPoint);
     void UpdateDrag();
     void UpdateShape();
     void EndDrag(bool isKept);
     void Select();
+    void MoveSelection(const QPoint& way, int mergeNumber);
+    bool HasRoom();
     void DrawShape(QPainter& painter) const;
     QRect ShapeOnView() const;
     void Nudge(const QPoint& way);
@@ -77,7 +78,7 @@ private:
     const SelectionShape::Kind m_kind;
     QSettings* m_pSettings;
     HeldKeys m_keys;
-    QTimer m_scroll;
+    QTimer m_scroll{this};
 
     Act m_act = NoAct;
     // Of the press: how the shape joins the selection, and whether it moves it.

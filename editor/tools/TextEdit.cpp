@@ -101,6 +101,7 @@ TextEdit::TextEdit(NVDocumentView* view, KXDocumentInterface* document, int laye
     cursor.movePosition(QTextCursor::End);
     m_pItem->setTextCursor(cursor);
     connect(m_pItem->document(), &QTextDocument::contentsChanged, this, &TextEdit::OnContentsChanged);
+    connect(m_pItem->document(), &QTextDocument::redoAvailable, this, &TextEdit::RedoAvailable);
     view->installEventFilter(this);
     Show();
     TakeFocus();
@@ -168,6 +169,7 @@ void TextEdit::PlaceCursor(const QPointF& point, bool extendsSelection)
 {
     if (!m_pItem)
         return;
+    EndComposition();
     const QRectF frame = GetFrame();
     const QPointF straight = UnwarpPoint(point, frame, m_description.warp) - frame.topLeft();
     const int position = m_pItem->document()->documentLayout()->hitTest(straight, Qt::FuzzyHit);
@@ -196,6 +198,7 @@ void TextEdit::SelectAll()
 
 bool TextEdit::Undo()
 {
+    EndComposition();
     if (!m_pItem)
         return false;
     QTextDocument* document = m_pItem->document();
@@ -206,6 +209,33 @@ bool TextEdit::Undo()
         document->undo(&cursor);
     m_pItem->setTextCursor(cursor);
     return document->toPlainText() != before;
+}
+
+bool TextEdit::Redo()
+{
+    EndComposition();
+    if (!m_pItem)
+        return false;
+    QTextDocument* document = m_pItem->document();
+    const QString before = document->toPlainText();
+    QTextCursor cursor = m_pItem->textCursor();
+    while (document->isRedoAvailable() && document->toPlainText() == before)
+        document->redo(&cursor);
+    m_pItem->setTextCursor(cursor);
+    return document->toPlainText() != before;
+}
+
+void TextEdit::EndComposition()
+{
+    // It may have something better than what it shows.
+    QGuiApplication::inputMethod()->commit();
+    const QString letters = m_pItem ? m_pItem->textCursor().block().layout()->preeditAreaText() : QString();
+    if (letters.isEmpty())
+        return;
+    QInputMethodEvent decided;
+    decided.setCommitString(letters);
+    m_pItem->scene()->sendEvent(m_pItem, &decided);
+    QGuiApplication::inputMethod()->reset();
 }
 
 void TextEdit::TakeFocus()
@@ -350,7 +380,7 @@ void TextEdit::DrawSelection(QPainter& painter) const
             continue;
         const QPointF corner = GetFrame().topLeft() + layout.position();
         const QRectF letter(QPointF(line.cursorToX(place), line.y()),
-                            QPointF(line.cursorToX(place + 1), line.y() + line.height()));
+                            QPointF(line.cursorToX(place, QTextLine::Trailing), line.y() + line.height()));
         painter.drawPolygon(OnCanvas(QPolygonF(letter.normalized().translated(corner))));
     }
 }

@@ -41,6 +41,10 @@ public:
     void SelectAll();
     // Takes back what was typed last; false if nothing was.
     bool Undo();
+    // Brings back what was taken back last; false if nothing was.
+    bool Redo();
+    // What an input method shows and has not decided yet is part of the text from now on.
+    void EndComposition();
     // Takes the keys.
     void TakeFocus();
     // Its frame, its selection and its cursor, in pixels of the viewport.
@@ -51,6 +55,7 @@ public:
 Q_SIGNALS:
     // By a key.
     void CommitAsked();
+    void RedoAvailable(bool available);
 
 private Q_SLOTS:
     void OnContentsChanged();

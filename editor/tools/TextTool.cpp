@@ -147,6 +147,8 @@ bool TextTool::Cancel()
     if (GetDocument())
         RestoreLayer();
     EndEdit();
+    // What it has not decided is nothing for the next text.
+    QGuiApplication::inputMethod()->reset();
     Q_EMIT Message(m_isNew ? tr("The text was taken back.") : tr("The text is as it was before."));
     return true;
 }
@@ -154,6 +156,11 @@ bool TextTool::Cancel()
 bool TextTool::Undo()
 {
     return (m_pEdit && m_pEdit->Undo()) || Cancel();
+}
+
+bool TextTool::Redo()
+{
+    return m_pEdit && m_pEdit->Redo();
 }
 
 void TextTool::Finish()
@@ -179,24 +186,16 @@ void TextTool::Commit()
     if (!m_pEdit)
         return;
     StoreValues();
-    // An input method may not have decided yet.
-    if (QGuiApplication::inputMethod())
-        QGuiApplication::inputMethod()->commit();
+    m_pEdit->EndComposition();
+    // What was told meanwhile is over.
+    QString message;
     if (m_pEdit->GetArea().isEmpty())
-    {
-        const int layer = m_pEdit->GetLayer();
-        const bool wasNew = m_isNew;
-        RestoreLayer();
-        EndEdit();
-        if (!wasNew && GetPixels()->GetLayerCount() > 1)
-            GetDocument()->GetUndoStack()->push(new LayerCommand(LayerCommand::Delete, GetPixels(), layer));
-    }
+        CommitNothing();
     else if (m_isNew)
         CommitNew();
-    else
-        CommitChange();
-    // What was told meanwhile is over.
-    Q_EMIT Message(QString());
+    else if (!CommitChange())
+        message = tr("There is not enough memory for the change: the text is as it was before.");
+    Q_EMIT Message(message);
 }
 
 QWidget* TextTool::CreateBar()
@@ -366,28 +365,39 @@ KXDocumentInterface* TextTool::GetPixels() const
 // The topmost of those that lie there.
 bool TextTool::OpenTextAt(const QPointF& point)
 {
-    KXDocumentInterface* pixels = GetPixels();
-    for (int i = pixels->GetLayerCount() - 1; i >= 0; --i)
+    for (int i = GetPixels()->GetLayerCount() - 1; i >= 0; --i)
     {
-        const KXDocumentInterface::Layer& layer = pixels->GetLayer(i);
-        auto description = layer.source.value<TextDescription>();
-        QPoint way;
-        if (!layer.visible || description.text.isEmpty() || !FindText(layer.image, description, &way))
-            continue;
-        description.anchor += way;
-        m_pictureBefore = DrawText(description, pixels->GetRect());
-        if (!m_pictureBefore.GetRect().contains(point.toPoint()))
-            continue;
-        m_isNew = false;
-        m_layerBefore = pixels->GetCurrentLayer();
-        m_before = description;
-        LoadBar(description);
-        pixels->SetCurrentLayer(i);
-        BeginEdit(i, description);
-        m_pEdit->PlaceCursor(point, false);
-        return true;
+        if (OpenText(i, point))
+            return true;
     }
     return false;
+}
+
+// Whole, even if the layer shows only a part of it.
+bool TextTool::OpenText(int index, const QPointF& point)
+{
+    KXDocumentInterface* pixels = GetPixels();
+    const KXDocumentInterface::Layer& layer = pixels->GetLayer(index);
+    auto description = layer.source.value<TextDescription>();
+    if (!layer.visible || description.text.isEmpty())
+        return false;
+    const QRect visible = VisibleRect(layer.image);
+    QPoint way;
+    if (!visible.contains(point.toPoint()) || !FindText(layer.image, description, &way))
+        return false;
+    m_pictureBefore = {layer.image.copy(visible), visible.topLeft()};
+    if (m_pictureBefore.image.isNull())
+        return false;
+    description.anchor += way;
+    description.shown = QRect();
+    m_isNew = false;
+    m_layerBefore = pixels->GetCurrentLayer();
+    m_before = description;
+    LoadBar(description);
+    pixels->SetCurrentLayer(index);
+    BeginEdit(index, description);
+    m_pEdit->PlaceCursor(point, false);
+    return true;
 }
 
 // A place without width is that of a base line.
@@ -397,12 +407,14 @@ void TextTool::BeginText(const QRectF& place)
     KXDocumentInterface::Layer layer;
     layer.name = NewTextName(pixels);
     layer.image = QImage(pixels->GetSize(), QImage::Format_ARGB32_Premultiplied);
-    if (layer.image.isNull())
+    layer.image.fill(Qt::transparent);
+    m_layerBefore = pixels->GetCurrentLayer();
+    const int index = m_layerBefore + 1;
+    if (!pixels->InsertLayer(index, layer))
     {
         Q_EMIT Message(tr("There is not enough memory for another layer."));
         return;
     }
-    layer.image.fill(Qt::transparent);
     m_isLoadingBar = true;
     GetTextBar()->SetDeformation(NVTextDeformation());
     m_isLoadingBar = false;
@@ -412,17 +424,15 @@ void TextTool::BeginText(const QRectF& place)
     if (description.width == 0)
         description.anchor.ry() -= qRound(QFontMetricsF(TextFont(description)).ascent());
     m_isNew = true;
-    m_layerBefore = pixels->GetCurrentLayer();
     m_pictureBefore = TextPicture();
-    const int index = m_layerBefore + 1;
-    if (pixels->InsertLayer(index, layer))
-        BeginEdit(index, description);
+    BeginEdit(index, description);
 }
 
 void TextTool::BeginEdit(int layer, const TextDescription& description)
 {
     m_pEdit = std::make_unique<TextEdit>(GetView(), GetPixels(), layer, description);
     connect(m_pEdit.get(), &TextEdit::CommitAsked, this, &TextTool::Commit, Qt::QueuedConnection);
+    connect(m_pEdit.get(), &TextEdit::RedoAvailable, this, &TextTool::SetRedoLive);
     connect(GetDocument(), &QObject::destroyed, this, &TextTool::OnDocumentGone);
     NVTextToolbar* bar = GetTextBar();
     bar->SetCommitVisible(true);
@@ -452,35 +462,64 @@ bool TextTool::IsSecondPress(const CanvasPoint& point)
         way < QApplication::startDragDistance();
 }
 
+// The layer of a text that was opened goes with it, unless it is the only one.
+void TextTool::CommitNothing()
+{
+    const int layer = m_pEdit->GetLayer();
+    RestoreLayer();
+    EndEdit();
+    if (!m_isNew && GetPixels()->GetLayerCount() > 1)
+        GetDocument()->GetUndoStack()->push(new LayerCommand(LayerCommand::Delete, GetPixels(), layer));
+}
+
+// With how much of it the layer has.
+QVariant TextTool::GetSource() const
+{
+    TextDescription description = m_pEdit->GetDescription();
+    description.shown = m_pEdit->GetArea().translated(-description.anchor);
+    return QVariant::fromValue(description);
+}
+
 void TextTool::CommitNew()
 {
     KXDocumentInterface* pixels = GetPixels();
     const int layer = m_pEdit->GetLayer();
-    pixels->SetLayerSource(layer, QVariant::fromValue(m_pEdit->GetDescription()));
+    pixels->SetLayerSource(layer, GetSource());
     auto* step = new NewTextCommand(pixels, layer, m_pEdit->GetArea(), m_layerBefore);
     EndEdit();
     GetDocument()->GetUndoStack()->push(step);
 }
 
-void TextTool::CommitChange()
+// Its pixels may be others even if nothing was typed: it is opened whole.
+bool TextTool::IsChanged() const
+{
+    const QRect area = m_pEdit->GetArea();
+    return !(m_pEdit->GetDescription() == m_before) || area != m_pictureBefore.GetRect() ||
+        GetPixels()->GetLayer(m_pEdit->GetLayer()).image.copy(area) != m_pictureBefore.image;
+}
+
+// Without the memory for a step the text stays as it was, and false is returned.
+bool TextTool::CommitChange()
 {
     KXDocumentInterface* pixels = GetPixels();
     const int layer = m_pEdit->GetLayer();
-    const TextDescription after = m_pEdit->GetDescription();
     const QRect area = m_pEdit->GetArea() | m_pictureBefore.GetRect();
-    EndEdit();
-    if (after == m_before)
-        return;
+    const bool isChanged = IsChanged();
     QImage before(area.size(), QImage::Format_ARGB32_Premultiplied);
-    if (before.isNull())
-        return;
+    if (isChanged && before.isNull())
+        RestoreLayer();
+    const QVariant source = GetSource();
+    EndEdit();
+    if (!isChanged || before.isNull())
+        return !isChanged;
     before.fill(Qt::transparent);
     QPainter painter(&before);
     painter.drawImage(m_pictureBefore.corner - area.topLeft(), m_pictureBefore.image);
     painter.end();
-    pixels->SetLayerSource(layer, QVariant::fromValue(after));
-    GetDocument()->GetUndoStack()->push(
-        new EditTextCommand(pixels, layer, {area, before}, QVariant::fromValue(m_before)));
+    const QVariant sourceBefore = pixels->GetLayer(layer).source;
+    pixels->SetLayerSource(layer, source);
+    GetDocument()->GetUndoStack()->push(new EditTextCommand(pixels, layer, {area, before}, sourceBefore));
+    return true;
 }
 
 // As it was before the text was opened.
@@ -511,6 +550,7 @@ void TextTool::EndEdit()
     bar->SetCancelVisible(false);
     bar->SetWarpEnabled(false);
     SetEscapeLive(false);
+    SetRedoLive(false);
     if (GetDocument())
         disconnect(GetDocument(), nullptr, this, nullptr);
 }

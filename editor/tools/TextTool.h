@@ -14,7 +14,7 @@ class TextEdit;
 // A click on the canvas begins a text at that line, a drag one of that width, and a click on a text opens it
 // again. It is typed in place, in a layer of its own, and shows what the bar says as it is changed there. It
 // becomes one step when it is committed. A text stays one as long as its pixels are what it gives, wherever
-// they are moved to.
+// they are moved to, also in part beyond the edge.
 class TextTool : public Tool
 {
     Q_OBJECT
@@ -41,6 +41,7 @@ public:
     bool Cancel() override;
     // What was typed last, as long as anything was since the text is open; then all of it.
     bool Undo() override;
+    bool Redo() override;
     // Commits.
     void Finish() override;
 
@@ -83,12 +84,16 @@ private:
     KXDocumentInterface* GetPixels() const;
 
     bool OpenTextAt(const QPointF& point);
+    bool OpenText(int index, const QPointF& point);
     void BeginText(const QRectF& place);
     void BeginEdit(int layer, const TextDescription& description);
     void PressInText(const CanvasPoint& point);
     bool IsSecondPress(const CanvasPoint& point);
+    QVariant GetSource() const;
+    bool IsChanged() const;
+    void CommitNothing();
     void CommitNew();
-    void CommitChange();
+    bool CommitChange();
     void RestoreLayer();
     void EndEdit();
     void DrawOverlay(QPainter& painter);

@@ -116,6 +116,16 @@ bool Tool::Undo()
     return Cancel();
 }
 
+bool Tool::CanRedo() const
+{
+    return m_canRedo;
+}
+
+bool Tool::Redo()
+{
+    return false;
+}
+
 void Tool::Finish() { }
 
 void Tool::StoreValues() { }
@@ -219,6 +229,14 @@ void Tool::SetEscapeLive(bool live)
             m_escapes.at(i)->SetKey(live ? QKeySequence(Qt::Key_Escape + HeldWithEscape[i]) : QKeySequence());
     }
     Q_EMIT CanCancelChanged(live);
+}
+
+void Tool::SetRedoLive(bool live)
+{
+    if (live == m_canRedo)
+        return;
+    m_canRedo = live;
+    Q_EMIT CanRedoChanged(live);
 }
 
 void Tool::OnPressed(const CanvasPoint& point)

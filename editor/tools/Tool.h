@@ -49,6 +49,10 @@ public:
     virtual bool Cancel();
     // Takes back the last bit of what is under way, or all of it; true if there was something.
     virtual bool Undo();
+    // Whether Redo would bring something back. Only ever true for the current tool.
+    bool CanRedo() const;
+    // Brings back what Undo took back last of what is under way; true if there was something.
+    virtual bool Redo();
     // Brings what is under way to its regular end at once.
     virtual void Finish();
     // Writes those of the bar's values that are not written yet.
@@ -62,6 +66,7 @@ Q_SIGNALS:
     // GetBar() gives another one from now on.
     void BarChanged(QWidget* bar);
     void CanCancelChanged(bool canCancel);
+    void CanRedoChanged(bool canRedo);
 
 protected:
     virtual QWidget* CreateBar() = 0;
@@ -91,6 +96,8 @@ protected:
     static QPoint WayOfArrow(const QKeyEvent& key);
     // Escape takes back what is under way as long as it is on, also while keys are held that change a drag.
     void SetEscapeLive(bool live);
+    // Whether there is something for Redo.
+    void SetRedoLive(bool live);
 
 private Q_SLOTS:
     void OnPressed(const CanvasPoint& point);
@@ -111,6 +118,7 @@ private:
     // set of keys held.
     QList<QPointer<KXShortcut>> m_escapes;
     bool m_canCancel = false;
+    bool m_canRedo = false;
     QPointer<NVDocumentView> m_pView;
     QPointer<Document> m_pDocument;
     bool m_isActive = false;

@@ -232,8 +232,8 @@ void TransformTool::PendingChanged()
 {
     SetEnterLive(IsPending());
     if (IsPending())
-        Q_EMIT Message(tr("Enter applies it, Escape takes it back. Shift: regular, Alt: about the point, "
-                          "Ctrl: skew."));
+        Q_EMIT Message(tr("Enter applies it, Escape takes it back. Shift: regular, Ctrl: skew, Alt: about "
+                          "the reference point."));
     else if (!IsRendering() && GetView())
         GetView()->SetToolCursor(Qt::ArrowCursor);
 }

@@ -8,9 +8,10 @@ class NVTransformToolbar;
 class QSettings;
 
 // Free transform: a box with eight handles around the pixels of the current layer, or those that are
-// selected. Handles scale, with Shift in proportion and with Alt about the reference point; with Ctrl those
-// of the edges skew. A drag inside moves, one outside turns. The reference point is chosen in the bar or
-// dragged. What comes of it is shown, and drawn on the layer when it is committed.
+// selected. Handles scale, with Shift in proportion; with Ctrl those of the edges skew. What lies opposite
+// stays meanwhile, with Alt the reference point does. A drag inside moves, one outside turns about the
+// reference point, which is chosen in the bar or dragged. What comes of it is shown, and drawn on the layer
+// when it is committed.
 class TransformTool : public ContentTool
 {
     Q_OBJECT

@@ -3,9 +3,12 @@
 #include <QGuiApplication>
 #include <QSettings>
 
+#include <utility>
+
 #include "Document.h"
 #include "KXDocumentInterface.h"
 #include "LayerSample.h"
+#include "MemoryRoom.h"
 #include "NVMagicWandToolbar.h"
 #include "SelectCommand.h"
 #include "SelectionBar.h"
@@ -29,7 +32,7 @@ const QLatin1String ContiguousKey("wand/contiguous");
 // What the work needs, and what it gives.
 struct WandTool::Search
 {
-    // Without an outcome when the flag ended it.
+    // It is not done when the flag ended it, or memory was short.
     void Run(const std::atomic<bool>& cancelled)
     {
         const auto goOn = [&](int done)
@@ -37,10 +40,12 @@ struct WandTool::Search
             percent = done;
             return !cancelled;
         };
-        const QImage found = WandSelection(picture, seed, settings, goOn);
+        QImage found = WandSelection(picture, seed, settings, goOn);
         picture = QImage();
-        if (!cancelled)
-            mask = CombineMasks(before, found, state);
+        if (cancelled || found.isNull())
+            return;
+        mask = CombineMasks(before, std::move(found), state);
+        isDone = true;
     }
 
     QImage picture;
@@ -50,6 +55,7 @@ struct WandTool::Search
     int state = ReplaceSelection;
     // The selection afterwards.
     QImage mask;
+    bool isDone = false;
     std::atomic<int> percent{0};
 };
 
@@ -122,7 +128,7 @@ QWidget* WandTool::CreateBar()
 {
     auto* bar = new NVMagicWandToolbar(nullptr);
     RestoreValues(bar);
-    FollowHeldKeys(bar, &m_keys);
+    connect(&m_keys, &HeldKeys::Changed, bar, [bar](Qt::KeyboardModifiers held) { ShowHeldKeys(bar, held); });
     return bar;
 }
 
@@ -179,9 +185,12 @@ void WandTool::Moved(const CanvasPoint& point)
 
 void WandTool::OnFound()
 {
-    if (GetDocument())
+    const bool isDone = m_pSearch->isDone;
+    if (isDone && GetDocument())
         PushSelection(GetDocument(), tr("Magic Wand"), m_pSearch->mask);
     EndSearch();
+    if (!isDone)
+        Q_EMIT Message(NoMemoryForSelection());
 }
 
 void WandTool::OnLasts()

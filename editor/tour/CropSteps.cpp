@@ -24,6 +24,7 @@ namespace
 {
 
 const QLatin1String PictureName("coast.png");
+const QLatin1String ShieldColor("#1c3a5e");
 
 CropTool* Tool(const TourGuide& guide)
 {
@@ -201,6 +202,42 @@ void CropToNewDocument(TourGuide& guide)
     guide.Check(guide.GetDocument() == source, "the picture is not in front again");
 }
 
+QColor ShownAt(const TourGuide& guide, const QPointF& point)
+{
+    const QImage shown = guide.GetView()->viewport()->grab().toImage();
+    return shown.pixelColor((guide.GetView()->MapFromDocument(point) * shown.devicePixelRatio()).toPoint());
+}
+
+void DressFrame(TourGuide& guide)
+{
+    DrawFrame(guide, {0.3, 0.2}, {0.7, 0.8});
+    guide.ChooseEntry(Reached<QComboBox>(guide, "m_pGuideOverlay"), CropLook::Grid);
+    guide.TypeInto(Reached<QSpinBox>(guide, "m_pOpacity"), 100);
+    guide.GetRobot().WhenModal(
+        [&guide](QWidget*)
+        {
+            guide.GetRobot().Key(Qt::Key_A, Qt::ControlModifier);
+            guide.GetRobot().Type(ShieldColor);
+            guide.TakePicture();
+            guide.GetRobot().Key(Qt::Key_Return);
+        });
+    guide.GetRobot().Click(Reached<QPushButton>(guide, "m_pShieldColor"));
+    guide.Check(MainBar(guide)->GetGuideOverlayType() == CropLook::Grid, "there is no grid");
+    const QColor shown = ShownAt(guide, guide.PointAt(0.1, 0.1));
+    guide.Check(shown == QColor(ShieldColor), QStringLiteral("the shield is %1").arg(shown.name()));
+}
+
+void CancelCrop(TourGuide& guide)
+{
+    const QImage before = guide.GetComposition().copy();
+    const int steps = guide.UndoSteps();
+    guide.TakePicture();
+    guide.GetRobot().Click(Reached<QPushButton>(guide, "m_pCancel"));
+    guide.Check(!Tool(guide)->HasFrame() && StartBar(guide)->isVisible(), "the frame is still there");
+    guide.Check(guide.GetComposition() == before && guide.UndoSteps() == steps, "the picture was cropped");
+    guide.Check(ShownAt(guide, guide.PointAt(0.1, 0.1)) != QColor(ShieldColor), "the shield is still there");
+}
+
 } // namespace
 
 void PlayCrop(TourGuide& guide)
@@ -218,5 +255,7 @@ void PlayCrop(TourGuide& guide)
                CropToSize);
     guide.Step("crop-hide", "The area outside hidden; the layer as it was is kept below, hidden", HideArea);
     guide.Step("crop-new-document", "Cropped to a new document", CropToNewDocument);
+    guide.Step("crop-look", "A frame with a grid, under a shield of a chosen colour", DressFrame);
+    guide.Step("crop-cancel", "A frame that is cancelled leaves the picture as it is", CancelCrop);
     guide.LeaveDrawn();
 }

@@ -3,12 +3,15 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QFile>
 #include <QGraphicsScene>
 #include <QLabel>
-#include <QPainter>
-#include <QPushButton>
+#include <QLineEdit>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QWindow>
+
+#include <functional>
 
 #include "CropFrameItem.h"
 #include "Document.h"
@@ -27,6 +30,8 @@ namespace
 {
 
 const QLatin1String BalloonFile("balloon over the hills.png");
+// From the whole picture to single pixels.
+const int ZoomKeys = 6;
 
 QSize SizeOf(const TourGuide& guide)
 {
@@ -90,8 +95,13 @@ void EnlargeNearest(TourGuide& guide)
                                  guide.GetRobot().Key(Qt::Key_Return);
                              });
     CheckSize(guide, QSize(1800, 1200));
+    guide.FocusCanvas();
+    for (int i = 0; i < ZoomKeys; ++i)
+        guide.GetRobot().Key(Qt::Key_Plus, Qt::ControlModifier);
+    guide.Check(guide.GetView()->GetScale() > 4.0, "no single pixel is seen");
     guide.TakePicture();
     guide.Undo();
+    guide.GetRobot().Key(Qt::Key_0, Qt::ControlModifier);
 }
 
 void GrowCanvas(TourGuide& guide)
@@ -183,27 +193,58 @@ void CropNothing(TourGuide& guide)
     guide.CloseDiscarding();
 }
 
-// Presses the button of the prompt that has this text; none for Escape.
-void AnswerPrompt(TourGuide& guide, const char* text)
+// Lets the act answer the prompt that comes when the picture is saved.
+void SavePrompted(TourGuide& guide, const std::function<void(QWidget*)>& act)
 {
     guide.GetRobot().WhenModal(
-        [&guide, text](QWidget* window)
+        [&guide, &act](QWidget* window)
         {
             guide.Check(qobject_cast<NVIncompleteDocumentInfo*>(window), "another dialog came");
             guide.TakePicture();
-            if (!text)
-            {
-                guide.GetRobot().Key(Qt::Key_Escape);
-                return;
-            }
-            const QList<QPushButton*> buttons = window->findChildren<QPushButton*>();
-            for (QPushButton* button : buttons)
-            {
-                if (button->text().remove(QLatin1Char('&')) == QLatin1String(text))
-                    guide.GetRobot().Click(button);
-            }
+            act(window);
         });
     guide.GetRobot().Key(Qt::Key_S, Qt::ControlModifier);
+    guide.Check(!guide.GetRobot().IsWaitingForModal(), "the prompt did not come");
+}
+
+// Tab goes to the button that has this text, and the space bar presses it.
+void PressByKeys(TourGuide& guide, const QWidget* window, const char* text)
+{
+    QAbstractButton* wanted = nullptr;
+    const QList<QAbstractButton*> buttons = window->findChildren<QAbstractButton*>();
+    for (QAbstractButton* button : buttons)
+    {
+        if (button->text().remove(QLatin1Char('&')) == QLatin1String(text))
+            wanted = button;
+    }
+    for (int i = 0; wanted && !wanted->hasFocus() && i < buttons.size(); ++i)
+        guide.GetRobot().Key(Qt::Key_Tab);
+    if (guide.Check(wanted && wanted->hasFocus(),
+                    QStringLiteral("no key leads to %1").arg(QLatin1String(text))))
+        guide.GetRobot().Key(Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
+    else
+        guide.GetRobot().Key(Qt::Key_Escape);
+}
+
+void Answer(TourGuide& guide, const char* text)
+{
+    SavePrompted(guide, [&guide, text](QWidget* window) { PressByKeys(guide, window, text); });
+}
+
+bool IsModified(const TourGuide& guide)
+{
+    return guide.GetDocument()->IsModified();
+}
+
+void RefuseToSave(TourGuide& guide)
+{
+    SavePrompted(guide, [&guide](QWidget*) { guide.GetRobot().Key(Qt::Key_Escape); });
+    guide.Check(IsModified(guide), "Escape saved the picture");
+    // What the window manager sends for its button.
+    SavePrompted(guide, [](QWidget* window) { window->windowHandle()->close(); });
+    guide.Check(IsModified(guide), "the close button saved the picture");
+    Answer(guide, "Don't save");
+    guide.Check(IsModified(guide), "the picture was saved all the same");
 }
 
 void SaveLayers(TourGuide& guide)
@@ -214,13 +255,54 @@ void SaveLayers(TourGuide& guide)
     guide.GetRobot().Key(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
     guide.ChooseTool("Brush");
     guide.Stroke({200, 600}, {1000, 600});
-    AnswerPrompt(guide, nullptr);
-    guide.Check(guide.GetDocument()->IsModified(), "Escape saved the picture");
-    AnswerPrompt(guide, "Don't save");
-    guide.Check(guide.GetDocument()->IsModified(), "the picture was saved all the same");
-    AnswerPrompt(guide, "Save");
-    guide.Check(!guide.GetDocument()->IsModified(), "the picture was not saved");
+    RefuseToSave(guide);
+    Answer(guide, "Save");
+    guide.Check(!IsModified(guide), "the picture was not saved");
     guide.Check(guide.GetDocument()->GetPixels()->GetLayerCount() == 2, "the layers are gone");
+}
+
+void SaveLayersAs(TourGuide& guide)
+{
+    const QString path = guide.FileFor(QStringLiteral("balloon in one layer.png"));
+    guide.Stroke({200, 650}, {1000, 650});
+    SavePrompted(guide,
+                 [&guide, &path](QWidget* window)
+                 {
+                     PressByKeys(guide, window, "Save as");
+                     guide.GetRobot().WhenModal(
+                         [&guide, &path](QWidget* dialog)
+                         {
+                             auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+                             if (guide.Check(name, "the dialog takes no name"))
+                                 name->setText(path);
+                             guide.TakePicture();
+                             guide.GetRobot().Key(Qt::Key_Return);
+                         });
+                 });
+    guide.Check(QFile::exists(path) && guide.GetDocument()->GetPath() == path, "no other file was written");
+    guide.Check(!IsModified(guide), "the picture was not saved");
+}
+
+void SaveLayersSilently(TourGuide& guide)
+{
+    guide.Stroke({200, 700}, {1000, 700});
+    SavePrompted(guide,
+                 [&guide](QWidget* window)
+                 {
+                     PressByKeys(guide, window, "Don't ask again");
+                     guide.TakePicture();
+                     PressByKeys(guide, window, "Save");
+                 });
+    guide.Stroke({200, 750}, {1000, 750});
+    guide.GetRobot().Key(Qt::Key_S, Qt::ControlModifier);
+    guide.Check(!IsModified(guide), "the picture is not saved without a question");
+    guide.TakePicture();
+    guide.OpenMenu(Qt::Key_F);
+    guide.TakePicture();
+    guide.PressEntry(Qt::Key_K);
+    guide.Stroke({200, 700}, {1000, 750});
+    SavePrompted(guide, [&guide](QWidget*) { guide.GetRobot().Key(Qt::Key_Escape); });
+    guide.Check(IsModified(guide), "the question did not come back");
 }
 
 } // namespace
@@ -234,6 +316,8 @@ void PlayImage(TourGuide& guide)
     guide.Step("canvas-size", "Canvas size: more room around the picture, by its anchor", GrowCanvas);
     guide.Step("auto-crop", "Auto-crop shows its frame on the canvas before it cuts", CropCanvas);
     guide.Step("layers-prompt", "A file holds one layer: each answer before saving", SaveLayers);
+    guide.Step("layers-save-as", "The layers stay, and another file holds them as one", SaveLayersAs);
+    guide.Step("layers-silently", "The answer is remembered, until the menu asks again", SaveLayersSilently);
     guide.LeaveDrawn();
     guide.Step("auto-crop-nothing", "A picture that is all background stays as it is", CropNothing);
 }

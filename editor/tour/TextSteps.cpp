@@ -9,6 +9,7 @@
 #include <QUndoStack>
 
 #include "Document.h"
+#include "KXDocumentInterface.h"
 #include "NVTextToolbar.h"
 #include "NVWarpTextDialog.h"
 #include "OptionArea.h"
@@ -142,6 +143,24 @@ void OpenAgain(TourGuide& guide)
     guide.Check(guide.GetComposition() == before && guide.UndoSteps() == 1, "Escape did not take it back");
 }
 
+void Flatten(TourGuide& guide)
+{
+    const QImage before = guide.GetComposition().copy();
+    const KXDocumentInterface* pixels = guide.GetDocument()->GetPixels();
+    guide.OpenMenu(Qt::Key_L);
+    guide.TakePicture();
+    guide.PressEntry(Qt::Key_F);
+    guide.Check(pixels->GetLayerCount() == 1, QStringLiteral("%1 layers").arg(pixels->GetLayerCount()));
+    guide.Check(guide.GetComposition() == before, "the picture looks different now");
+    guide.ClickAt(TextPlace + QPointF(80, -20));
+    guide.Check(Tool(guide)->GetText().text.isEmpty(), "it is still a text");
+    guide.GetRobot().Key(Qt::Key_Escape);
+    guide.TakePicture();
+    guide.Undo();
+    guide.Check(pixels->GetLayerCount() == 2, "the layers do not come back");
+    guide.GetDocument()->GetUndoStack()->redo();
+}
+
 } // namespace
 
 void PlayText(TourGuide& guide)
@@ -159,6 +178,8 @@ void PlayText(TourGuide& guide)
         guide.Step("text-committed", "Commit on the bar: one step, in a layer of its own", CommitText);
         guide.Step("text-opened-again", "A click opens the text again; Escape leaves it as it was",
                    OpenAgain);
+        guide.Step("text-flattened", "Layer > Flatten Image makes one layer of all, and the text a picture",
+                   Flatten);
     }
     guide.LeaveDrawn();
 }

@@ -78,8 +78,9 @@ public:
     // Closes the window and writes the page; true if all went well.
     bool End();
 
-    // By its button in the tool box; the name is the tool's, in English.
-    void ChooseTool(const char* name);
+    // By its button in the tool box; the name is the tool's, in English where it is written out.
+    void ChooseTool(const QString& name);
+    void ChooseTool(const char* name) { ChooseTool(QString::fromLatin1(name)); }
     // A control that is null is a failure of the step.
     void TypeInto(QAbstractSpinBox* box, int value);
     // The same in a dialog, where Enter would be its end.

@@ -1,6 +1,7 @@
 #include "TourReport.h"
 
 #include <QApplication>
+#include <QDockWidget>
 #include <QFile>
 #include <QPainter>
 #include <QTextStream>
@@ -11,6 +12,18 @@
 
 namespace
 {
+
+// Below what a bar needs.
+const int Air = 8;
+
+// A bar is as wide as the window, whatever it needs; panels and dialogs are as large as they are to be.
+bool IsStretched(const QWidget* widget)
+{
+    const QWidget* top = widget;
+    while (!top->isWindow() && !qobject_cast<const QDockWidget*>(top))
+        top = top->parentWidget();
+    return top != widget && top->isWindow();
+}
 
 QList<QWidget*> WindowsOver(const QWidget* window)
 {
@@ -94,8 +107,8 @@ void TourReport::TakePicture(QWidget* window)
 
 void TourReport::TakePictureOf(QWidget* widget, const QString& name)
 {
-    const int air = 8;
-    const QSize size = widget->size().boundedTo(widget->sizeHint() + QSize(0, air));
+    const QSize size =
+        IsStretched(widget) ? widget->size().boundedTo(widget->sizeHint() + QSize(0, Air)) : widget->size();
     Save(widget->grab(QRect(QPoint(), size)).toImage(), name + QStringLiteral(".png"));
 }
 

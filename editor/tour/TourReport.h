@@ -25,7 +25,8 @@ public:
     void Note(const QString& text);
     // A picture of the window with all popups and dialogs over it.
     void TakePicture(QWidget* window);
-    // A picture of the widget alone, no larger than it has to be; its file has this name and no number.
+    // A picture of the widget alone, of a bar no larger than it has to be; its file has this name and no
+    // number.
     void TakePictureOf(QWidget* widget, const QString& name);
     // Writes the line.
     void End();

@@ -37,6 +37,14 @@ QWindow* KeyboardWindow()
     return widget ? widget->window()->windowHandle() : nullptr;
 }
 
+// The platform without a screen looks for the window there without regard to its scale, and would take a
+// pointer that only hovers to have left it.
+bool CanPlacePointer(const QWidget* window)
+{
+    return QGuiApplication::platformName() != QLatin1String("offscreen") ||
+        qFuzzyCompare(window->devicePixelRatioF(), 1.0);
+}
+
 } // namespace
 
 TourRobot::TourRobot(QObject* parent) : QObject(parent) { }
@@ -195,7 +203,8 @@ void TourRobot::Mouse(QWidget* widget, const QPoint& point, int type, Qt::MouseB
     QWidget* top = widget->window();
     const QPoint global = widget->mapToGlobal(point);
     // Who asks for the pointer instead of waiting for events gets the same answer.
-    QCursor::setPos(global);
+    if (type != QEvent::MouseMove || CanPlacePointer(top))
+        QCursor::setPos(global);
     if (type == QEvent::MouseButtonPress)
     {
         m_buttons |= button;

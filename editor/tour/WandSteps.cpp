@@ -128,6 +128,24 @@ void SelectAllAlike(TourGuide& guide, const BalloonPicture& picture)
     guide.SetChecked(Control<QCheckBox>(Bar(guide), "m_pContiguous"), true);
 }
 
+void SelectOnLayer(TourGuide& guide, const BalloonPicture& picture)
+{
+    auto* allLayers = Control<QCheckBox>(Bar(guide), "m_pAllLayers");
+    const KXDocumentInterface* pixels = guide.GetDocument()->GetPixels();
+    guide.FocusCanvas();
+    guide.GetRobot().Key(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    guide.Check(pixels->GetLayerCount() == 2 && pixels->GetCurrentLayer() == 1, "there is no new layer");
+    guide.SetChecked(allLayers, true);
+    Select(guide, picture.panels.at(2));
+    CheckPanels(guide, picture, Panels(picture, {2}));
+    guide.TakePicture();
+    guide.SetChecked(allLayers, false);
+    const int count = Select(guide, picture.panels.at(2));
+    const QSize size = pixels->GetSize();
+    guide.Check(count == size.width() * size.height(), "the empty layer is not selected as a whole");
+    guide.SetChecked(allLayers, true);
+}
+
 } // namespace
 
 void PlayWand(TourGuide& guide)
@@ -145,6 +163,9 @@ void PlayWand(TourGuide& guide)
                    [&](TourGuide& it) { JoinByButtons(it, picture); });
         guide.Step("wand-all", "Not contiguous, it selects all that is alike",
                    [&](TourGuide& it) { SelectAllAlike(it, picture); });
+        guide.Step("wand-layer",
+                   "A panel is found through an empty layer above; that layer alone is all alike",
+                   [&](TourGuide& it) { SelectOnLayer(it, picture); });
     }
     guide.LeaveDrawn();
 }

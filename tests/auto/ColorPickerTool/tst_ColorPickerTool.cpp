@@ -227,8 +227,12 @@ private Q_SLOTS:
         Host host(settings(), Spotted());
         host.addLayer(PlainPicture(QColor(0, 0, 255, 128)));
         host.move(20, 30, Qt::NoButton);
-        const QStringList all = Shown(host);
-        QCOMPARE(all.last(), QString("100%"));
+        // Half of the blue lies over the red.
+        const QColor mixed = host.pixel(20, 30);
+        QVERIFY(mixed.red() > 90 && mixed.blue() > 120);
+        QCOMPARE(Shown(host),
+                 QStringList(
+                     {"20", "30", QString::number(mixed.red()), "0", QString::number(mixed.blue()), "100%"}));
 
         host.tool->GetPickerBar()->SetMode(0);
         QCOMPARE(Shown(host), QStringList({"20", "30", "0", "0", "255", "50%"}));

@@ -4,6 +4,7 @@
 
 #include <QComboBox>
 #include <QPushButton>
+#include <QScrollBar>
 
 #include "ColorSamples.h"
 #include "NVColorSamplerToolbar.h"
@@ -170,6 +171,68 @@ private Q_SLOTS:
         QVERIFY(!host.Clear()->isEnabled());
     }
 
+    void clearedSamplesComeBack_data()
+    {
+        QTest::addColumn<QString>("way");
+        for (const char* way : {"escape", "cancel", "undo"})
+            QTest::newRow(way) << way;
+    }
+    void clearedSamplesComeBack()
+    {
+        QFETCH(const QString, way);
+        Host host(settings());
+        host.click(50, 60);
+        host.click(150, 60);
+        SignalLog log(host.tool.get());
+        QTest::mouseClick(host.Clear(), Qt::LeftButton);
+        QVERIFY(host.tool->CanCancel());
+        QCOMPARE(log.Entries().constLast(),
+                 QString("Message(\"All samples were deleted. Escape brings them back.\")"));
+
+        if (way == "escape")
+            QTest::keyClick(host.view, Qt::Key_Escape);
+        else if (way == "cancel")
+            QVERIFY(host.tool->Cancel());
+        else
+            QVERIFY(host.tool->Undo());
+
+        QCOMPARE(host.Places(), QList<QPoint>({QPoint(50, 60), QPoint(150, 60)}));
+        QVERIFY(host.Clear()->isEnabled());
+        QVERIFY(!host.tool->CanCancel());
+        QCOMPARE(log.Entries().constLast(), QString("Message(\"\")"));
+        QVERIFY(!host.tool->Cancel());
+        // They are no change of the document.
+        QVERIFY(!host.document->IsModified());
+        QCOMPARE(host.steps()->count(), 0);
+    }
+
+    void clearedSamplesAreGoneWhenItGoesOn_data()
+    {
+        QTest::addColumn<QString>("way");
+        for (const char* way : {"click", "sample from elsewhere", "other tool", "other canvas"})
+            QTest::newRow(way) << way;
+    }
+    void clearedSamplesAreGoneWhenItGoesOn()
+    {
+        QFETCH(const QString, way);
+        Host host(settings());
+        host.click(50, 60);
+        QTest::mouseClick(host.Clear(), Qt::LeftButton);
+
+        if (way == "click")
+            host.click(150, 60);
+        else if (way == "sample from elsewhere")
+            host.Samples()->Add(QPoint(150, 60));
+        else if (way == "other tool")
+            host.tool->Deactivate();
+        else
+            host.tool->SetCanvas(nullptr, nullptr);
+
+        QVERIFY(!host.tool->CanCancel());
+        QVERIFY(!host.tool->Cancel());
+        QVERIFY(!host.Places().contains(QPoint(50, 60)));
+    }
+
     void samplesDeletedElsewhereEndADrag()
     {
         Host host(settings());
@@ -221,18 +284,27 @@ private Q_SLOTS:
         Host host(settings(), PlainPicture(QColor(0, 120, 0), QSize(2000, 1500)));
         host.view->Scale(4, QPointF(200, 100));
         const QPointF sight = host.view->MapToDocument(QPointF(200, 100));
+        const QImage empty = host.Canvas();
         host.click(sight.x(), sight.y());
-        const QImage before = host.Canvas();
+        const QPoint place = host.at(sight.x(), sight.y());
+        const QRect mark = DifferenceOf(empty, host.Canvas());
+        QVERIFY(mark.contains(place));
 
         host.view->Scale(0.5, QPointF(10, 10));
-        host.press(sight.x(), sight.y());
-        host.move(sight.x() + 30, sight.y() + 10);
-        host.release(sight.x() + 30, sight.y() + 10);
-        const QImage drawn = host.Canvas();
-        host.view->viewport()->update();
+        const QPoint nearer = host.at(sight.x(), sight.y());
+        QVERIFY(nearer != place);
+        // In half the scale it is as large.
+        const QRect near = DifferenceOf(empty, host.Canvas());
+        QVERIFY(near.contains(nearer) && qAbs(near.width() - mark.width()) <= 2);
+        const PaintWatch watch(host.view->viewport());
+        host.view->horizontalScrollBar()->setValue(host.view->horizontalScrollBar()->value() + 40);
+        const QPoint scrolled = host.at(sight.x(), sight.y());
+        QCOMPARE(scrolled, nearer - QPoint(40, 0));
+        QCoreApplication::processEvents();
 
-        QCOMPARE(host.Canvas(), drawn);
-        QVERIFY(drawn != before);
+        QVERIFY(DifferenceOf(empty, host.Canvas()).contains(scrolled));
+        // Where it was is drawn anew, too: nothing is left there.
+        QVERIFY(watch.painted.contains(nearer) && watch.painted.contains(scrolled));
     }
 
     void movedMarkerIsDrawnAnewAtBothPlacesAlone()

@@ -19,12 +19,14 @@
 #include "BrushTool.h"
 #include "BusyThreads.h"
 #include "CropContents.h"
+#include "CropOverlay.h"
 #include "Document.h"
 #include "DocumentWindow.h"
 #include "FileTask.h"
 #include "ImageMenu.h"
 #include "KXColorDlg.h"
 #include "KXDocumentInterface.h"
+#include "KXShortcut.h"
 #include "MainWindow.h"
 #include "ModalDriver.h"
 #include "NVApplication.h"
@@ -223,11 +225,24 @@ private Q_SLOTS:
 
     void escapeBelongsToOthersWithoutAFrame()
     {
-        QTest::keyClick(view(), Qt::Key_Escape);
-        QTest::keyClick(view(), Qt::Key_Return);
+        const auto live = [this]
+        {
+            QStringList keys;
+            for (QWidget* bar : {static_cast<QWidget*>(main()), static_cast<QWidget*>(tool()->GetStartBar())})
+            {
+                for (const KXShortcut* shortcut : bar->findChildren<KXShortcut*>())
+                    keys += shortcut->Key().toString();
+            }
+            return keys;
+        };
+        drawFrame();
+        QVERIFY(live().contains("Esc") && live().contains("Return") && live().contains("Enter"));
 
-        QCOMPARE(steps()->count(), 0);
-        QVERIFY(tool()->GetStartBar()->isVisible());
+        QTest::keyClick(view(), Qt::Key_Escape);
+
+        for (const char* key : {"Esc", "Return", "Enter"})
+            QVERIFY(!live().contains(key));
+        QVERIFY(!tool()->CanCancel());
     }
 
     void aHandleIsPulled_data()
@@ -342,6 +357,33 @@ private Q_SLOTS:
         QTEST(int(view()->viewport()->cursor().shape()), "cursor");
         pressButton("m_pCancel");
         QCOMPARE(view()->viewport()->cursor().shape(), Qt::CrossCursor);
+    }
+
+    void thePointerThatTurnsIsAsSharpAsTheScreen()
+    {
+        drawFrame();
+        mouse(QEvent::MouseMove, 250, 180, Qt::NoButton, Qt::NoButton);
+        const double ratio = view()->devicePixelRatioF();
+
+        const QCursor cursor = view()->viewport()->cursor();
+
+        QCOMPARE(cursor.pixmap().devicePixelRatioF(), ratio);
+        QCOMPARE(cursor.pixmap().size(), QSize(24, 24) * ratio);
+        QCOMPARE(cursor.hotSpot(), QPoint(12, 12));
+    }
+
+    void thePointerThatTurnsIsDrawnForEachScreen()
+    {
+        const CropFrame frame = CropFrameOf(Frame);
+        const QCursor plain = CropCursor(CropHit(), frame, 1);
+
+        const QPixmap dense = CropCursor(CropHit(), frame, 2).pixmap();
+
+        QCOMPARE(dense.devicePixelRatioF(), 2.0);
+        QCOMPARE(dense.size(), QSize(48, 48));
+        // Finer than the same pixels made twice as large.
+        QVERIFY(dense.toImage() != plain.pixmap().toImage().scaled(48, 48));
+        QCOMPARE(CropCursor(CropHit(), frame, 1).pixmap().toImage(), plain.pixmap().toImage());
     }
 
     void theHandleUnderThePointerIsLit()
@@ -1008,7 +1050,7 @@ private:
     QColor shown(double x, double y)
     {
         const QImage image = view()->viewport()->grab().toImage();
-        return image.pixelColor(view()->MapFromDocument(QPointF(x, y)).toPoint());
+        return image.pixelColor(view()->MapFromDocument(QPointF(x, y)).toPoint() * image.devicePixelRatio());
     }
 
     void mouse(QEvent::Type type, double x, double y, Qt::MouseButton button, Qt::MouseButtons buttons,

@@ -17,6 +17,7 @@
 
 #include "KXDocumentInterface.h"
 #include "SamplePicture.h"
+#include "ShortMemory.h"
 #include "TestMain.h"
 #include "WatchedDevice.h"
 
@@ -280,8 +281,26 @@ private Q_SLOTS:
 
         const LoadResult loaded = LoadDocumentFile(path("a.pgm"));
 
-        QVERIFY2(loaded.error.contains("memory"), qPrintable(loaded.error));
-        QVERIFY(loaded.error.contains("10000"));
+        QCOMPARE(
+            loaded.error,
+            QString("A picture of 10000 by 10000 pixels needs %1 of memory, which is more than there is.")
+                .arg(QLocale().formattedDataSize(1300000000)));
+    }
+
+    void aPictureThatCannotBeMadeOpaqueIsRefusedWithItsSize()
+    {
+        NV_SKIP_WITHOUT_SHORT_MEMORY();
+        QImage large(2000, 1000, QImage::Format_ARGB32_Premultiplied);
+        large.fill(Qt::transparent);
+        SaveResult saved;
+        {
+            const ShortMemory shortMemory;
+            saved = SaveDocumentFile(large, path("a.jpg"));
+        }
+
+        QVERIFY(!saved.ok);
+        QCOMPARE(saved.error, QString("There is not enough memory to write its 2000 by 1000 pixels."));
+        QVERIFY(!QFile::exists(path("a.jpg")));
     }
 
     void aFileOfAnotherPersonIsRefused()

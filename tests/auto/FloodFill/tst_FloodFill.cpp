@@ -14,6 +14,7 @@
 
 #include "FloodFill.h"
 #include "PixelBlend.h"
+#include "ShortMemory.h"
 #include "TestMain.h"
 
 namespace
@@ -280,6 +281,7 @@ private Q_SLOTS:
     void whatCannotBeSeenKeepsNoTiles();
     void whatDoesNotFitDoesNothing_data();
     void whatDoesNotFitDoesNothing();
+    void withoutMemoryNothingIsDone();
 };
 
 void tst_FloodFill::fillsUpToTheWall()
@@ -768,6 +770,24 @@ void tst_FloodFill::whatDoesNotFitDoesNothing()
     QVERIFY(FloodFill(layer, seed, settings).isEmpty());
 
     QCOMPARE(layer, before);
+}
+
+void tst_FloodFill::withoutMemoryNothingIsDone()
+{
+    NV_SKIP_WITHOUT_SHORT_MEMORY();
+    QImage layer = Plain(2000, 1200);
+    QImage mask;
+    bool isFilled = false;
+    {
+        const ShortMemory none;
+        mask = FloodMask(layer, QPoint(5, 5), Settings(0));
+        isFilled = !FloodFill(layer, QPoint(5, 5), Settings(0)).isEmpty();
+    }
+
+    QVERIFY(mask.isNull());
+    QVERIFY(!isFilled);
+    QCOMPARE(layer, Plain(2000, 1200));
+    QCOMPARE(FloodMask(layer, QPoint(5, 5), Settings(0)).size(), layer.size());
 }
 
 NV_TEST_MAIN(tst_FloodFill)

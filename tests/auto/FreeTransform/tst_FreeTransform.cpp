@@ -98,6 +98,15 @@ void AddHandles()
     }
 }
 
+void AddEdges()
+{
+    QTest::addColumn<int>("part");
+    QTest::newRow("top") << 2;
+    QTest::newRow("left") << 4;
+    QTest::newRow("right") << 6;
+    QTest::newRow("bottom") << 8;
+}
+
 } // namespace
 
 class tst_FreeTransform : public QObject
@@ -133,7 +142,13 @@ private Q_SLOTS:
     void draggingBeyondTheOppositeMirrors();
     void anEdgeSlidesAlong_data();
     void anEdgeSlidesAlong();
+    void skewingAboutTheReferenceKeepsIt_data() { AddEdges(); }
+    void skewingAboutTheReferenceKeepsIt();
+    void anEdgeAtTheReferenceDoesNotSkew_data() { AddEdges(); }
+    void anEdgeAtTheReferenceDoesNotSkew();
     void cornersDoNotSkew();
+    void numbersKeepTheReference_data() { aChosenReferenceKeepsThePicture_data(); }
+    void numbersKeepTheReference();
     void numbersStayInTheirRanges();
     void whatIsNotFiniteIsIgnored();
     void nothingIsDraggedWithNoPart();
@@ -538,6 +553,46 @@ void tst_FreeTransform::anEdgeSlidesAlong()
     QCOMPARE(after.GetAngle(), angle);
 }
 
+void tst_FreeTransform::skewingAboutTheReferenceKeepsIt()
+{
+    QFETCH(const int, part);
+    const auto edge = FreeTransform::Part(part);
+    const auto opposite = FreeTransform::Part(10 - part);
+    FreeTransform before = Mixed();
+    before.SetReferencePlace(before.PlaceOf(FreeTransform::Inside) + QPointF(13, 5));
+    Constraint constraint = Skews();
+    constraint.aboutReference = true;
+    // Along the axis that the edge lies on before the box is turned.
+    QTransform turn;
+    turn.rotate(before.GetAngle());
+    const bool isSide = edge == FreeTransform::Left || edge == FreeTransform::Right;
+    const QPointF way = turn.map(isSide ? QPointF(0, 24) : QPointF(24, 0));
+
+    const QPointF from = before.PlaceOf(edge);
+    const FreeTransform after = before.Dragged(edge, from, from + way, constraint);
+
+    QVERIFY(IsNear(after.GetPosition(), before.GetPosition()));
+    QVERIFY(IsNear(after.PlaceOf(edge), before.PlaceOf(edge) + way));
+    QVERIFY(!IsNear(after.PlaceOf(opposite), before.PlaceOf(opposite), 1));
+    QCOMPARE(after.GetScaleX(), before.GetScaleX());
+    QCOMPARE(after.GetAngle(), before.GetAngle());
+}
+
+void tst_FreeTransform::anEdgeAtTheReferenceDoesNotSkew()
+{
+    QFETCH(const int, part);
+    const auto edge = FreeTransform::Part(part);
+    FreeTransform before(Box);
+    before.SetReferenceCell(part);
+    Constraint constraint = Skews();
+    constraint.aboutReference = true;
+
+    const FreeTransform after =
+        before.Dragged(edge, before.PlaceOf(edge), before.PlaceOf(edge) + QPointF(30, 30), constraint);
+
+    QVERIFY(after.IsIdentity());
+}
+
 void tst_FreeTransform::cornersDoNotSkew()
 {
     const FreeTransform before(Box);
@@ -547,6 +602,22 @@ void tst_FreeTransform::cornersDoNotSkew()
 
     QCOMPARE(after.GetSkewX(), 0.0);
     QCOMPARE(after.GetScaleX(), 1.5);
+}
+
+void tst_FreeTransform::numbersKeepTheReference()
+{
+    QFETCH(const int, cell);
+    FreeTransform it = Mixed();
+    it.SetReferenceCell(cell);
+    const QPointF place = it.GetPosition();
+
+    it.SetScale(0.4, 2.5);
+    it.SetSkew(-33, 12);
+    it.SetAngle(-101);
+
+    QCOMPARE(it.GetPosition(), place);
+    QVERIFY(IsNear(it.GetMatrix().map(CellPoint(cell)), place));
+    QVERIFY(IsNear(it.PlaceOf(FreeTransform::Part(cell)), place));
 }
 
 void tst_FreeTransform::numbersStayInTheirRanges()

@@ -4,6 +4,7 @@
 
 #include <QMenu>
 
+#include "ShortMemory.h"
 #include "SignalLog.h"
 #include "TestMain.h"
 #include "ToolHost.h"
@@ -41,11 +42,40 @@ private Q_SLOTS:
 
         trigger("New Layer");
         QCOMPARE(enabled(),
-                 QStringList({"New Layer", "Duplicate Layer", "Delete Layer", "Layer Below", "Hide Layer"}));
+                 QStringList({"New Layer", "Duplicate Layer", "Delete Layer", "Layer Below", "Hide Layer",
+                              "Flatten Image"}));
 
         trigger("Layer Below");
         QCOMPARE(enabled(),
-                 QStringList({"New Layer", "Duplicate Layer", "Delete Layer", "Layer Above", "Hide Layer"}));
+                 QStringList({"New Layer", "Duplicate Layer", "Delete Layer", "Layer Above", "Hide Layer",
+                              "Flatten Image"}));
+    }
+
+    void flattenLeavesOneLayer()
+    {
+        m_layers->SetDocument(m_document.get());
+        trigger("Duplicate Layer");
+        trigger("Flatten Image");
+
+        QCOMPARE(m_document->GetPixels()->GetLayerCount(), 1);
+        QCOMPARE(m_document->GetUndoStack()->undoText(), QString("Flatten Image"));
+        QVERIFY(!enabled().contains("Flatten Image"));
+        m_document->GetUndoStack()->undo();
+        QVERIFY(enabled().contains("Flatten Image"));
+    }
+
+    // What was under way may have been a layer that goes again.
+    void flattenLooksAgainWhenAllElseHasEnded()
+    {
+        m_layers->SetDocument(m_document.get());
+        trigger("New Layer");
+        connect(m_layers.get(), &LayerMenu::AboutToChange, this, [&] { m_document->GetUndoStack()->undo(); });
+
+        trigger("Flatten Image");
+
+        QCOMPARE(m_document->GetPixels()->GetLayerCount(), 1);
+        QCOMPARE(m_document->GetUndoStack()->index(), 0);
+        QVERIFY(m_document->GetUndoStack()->canRedo());
     }
 
     void eachChangeIsAStep()
@@ -64,6 +94,37 @@ private Q_SLOTS:
             m_document->GetUndoStack()->undo();
         QCOMPARE(m_document->GetPixels()->GetLayerCount(), 1);
         QCOMPARE(m_document->GetPixels()->GetComposition(), BusyPicture());
+    }
+
+    void aLayerThatDoesNotFitIsRefusedWithItsSize_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::newRow("new") << "New Layer";
+        QTest::newRow("duplicate") << "Duplicate Layer";
+    }
+
+    void aLayerThatDoesNotFitIsRefusedWithItsSize()
+    {
+        NV_SKIP_WITHOUT_SHORT_MEMORY();
+        QFETCH(QString, command);
+        QLocale::setDefault(QLocale::c());
+        QImage picture(2000, 1000, QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::white);
+        Document document(picture, QString(), "Large");
+        m_layers->SetDocument(&document);
+        const QSignalSpy refused(m_layers.get(), &LayerMenu::Refused);
+        {
+            const ShortMemory shortMemory;
+            trigger(command);
+        }
+        m_layers->SetDocument(nullptr);
+
+        QCOMPARE(refused.count(), 1);
+        QCOMPARE(refused.first().first().toString(),
+                 QString("One more layer of 2000 by 1000 pixels needs 7.63 MiB of memory, which is more than "
+                         "there is."));
+        QCOMPARE(document.GetPixels()->GetLayerCount(), 1);
+        QCOMPARE(document.GetUndoStack()->count(), 0);
     }
 
     void choosingALayerIsNoChangeOfTheDocument()

@@ -104,6 +104,34 @@ private Q_SLOTS:
                  qPrintable(QString("%1 of %2").arg(far).arg(shown.width() * shown.height())));
     }
 
+    // Its blend mode and opacity count as ever.
+    void aLayerThatIsMadeAnewBeginsClear_data()
+    {
+        QTest::addColumn<double>("scale");
+        for (double scale : {0.3, 1.0, 2.5})
+            QTest::addRow("%g", scale) << scale;
+    }
+    void aLayerThatIsMadeAnewBeginsClear()
+    {
+        QFETCH(const double, scale);
+        const QSize size(120, 90);
+        QImage clear(size, QImage::Format_ARGB32_Premultiplied);
+        clear.fill(Qt::transparent);
+        const PreviewLayer below{Layer(size, 3, true), 0, 1.0};
+        const PreviewPlace place = Place(scale, QPointF(10, 20));
+        LayerPreview expected;
+        expected.SetLayers({below, {clear, 3, 0.7}}, 1);
+        LayerPreview preview;
+        preview.SetLayers({below, {Layer(size, 2, false), 3, 0.7}}, 1, true);
+        QPoint corner;
+
+        for (int i = 0; i < 2; ++i)
+            QCOMPARE(preview.Render(place, Redden, &corner), expected.Render(place, Redden, &corner));
+
+        preview.SetLayers({below, {Layer(size, 2, false), 3, 0.7}}, 1);
+        QVERIFY(preview.Render(place, Redden, &corner) != expected.Render(place, Redden, &corner));
+    }
+
     void itCoversTheDocumentAndNotMore()
     {
         LayerPreview preview;

@@ -205,17 +205,74 @@ private Q_SLOTS:
             QVERIFY(document()->IsModified());
     }
 
-    void quittingStopsWithoutAnAnswer()
+    void closingStopsWithoutAName()
     {
         openLayers();
         ModalDriver driver({[](QWidget* box) { ModalDriver::Press(box, QDialogButtonBox::Save); },
-                            [](QWidget* prompt) { Answer(prompt, "escape"); }});
+                            [](QWidget* prompt) { Answer(prompt, "Save as"); },
+                            [](QWidget* dialog) { ModalDriver::Press(dialog, "Cancel"); }});
 
-        QVERIFY(!m_window->close());
+        action("Close")->trigger();
 
         QVERIFY(driver.Finished());
-        QVERIFY(m_window->isVisible());
+        QVERIFY(document());
         QVERIFY(document()->IsModified());
+        QVERIFY(!isChanged());
+    }
+
+    void quittingGoesOnOnlyWithAnAnswer_data()
+    {
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<bool>("stays");
+        QTest::newRow("don't save") << "Don't save" << false;
+        QTest::newRow("escape") << "escape" << true;
+        QTest::newRow("window close") << "close" << true;
+    }
+
+    void quittingGoesOnOnlyWithAnAnswer()
+    {
+        QFETCH(QString, answer);
+        QFETCH(bool, stays);
+        openLayers();
+        ModalDriver driver({[](QWidget* box) { ModalDriver::Press(box, QDialogButtonBox::Save); },
+                            [&answer](QWidget* prompt) { Answer(prompt, answer); }});
+
+        QCOMPARE(m_window->close(), !stays);
+
+        QVERIFY(driver.Finished());
+        QCOMPARE(m_window->isVisible(), stays);
+        QCOMPARE(document() && document()->IsModified(), stays);
+        QVERIFY(!isChanged());
+    }
+
+    void aQuitThatIsStoppedLosesNothing_data()
+    {
+        QTest::addColumn<bool>("stops");
+        QTest::newRow("stopped at the second") << true;
+        QTest::newRow("gone through") << false;
+    }
+
+    void aQuitThatIsStoppedLosesNothing()
+    {
+        QFETCH(bool, stops);
+        openLayers();
+        QVERIFY(Picture().save(path("b.png")));
+        QVERIFY(m_window->OpenFile(path("b.png")));
+        change();
+        const auto save = [](QWidget* box) { ModalDriver::Press(box, QDialogButtonBox::Save); };
+        ModalDriver driver({save, [](QWidget* prompt) { Answer(prompt, "Don't save"); }, save,
+                            [stops](QWidget* prompt) { Answer(prompt, stops ? "escape" : "Don't save"); }});
+
+        QCOMPARE(m_window->close(), !stops);
+
+        QVERIFY(driver.Finished());
+        const QList<DocumentWindow*> windows = m_window->GetDocumentWindows();
+        QCOMPARE(windows.size(), stops ? 2 : 0);
+        for (const DocumentWindow* window : windows)
+        {
+            QVERIFY(window->GetDocument()->IsModified());
+            QCOMPARE(window->GetDocument()->GetPixels()->GetLayerCount(), 2);
+        }
     }
 
     void dontAskAgainIsRememberedUntilItIsReset()
@@ -297,6 +354,7 @@ private Q_SLOTS:
             ModalDriver driver(refuse);
             action("Save")->trigger();
             QVERIFY(driver.Finished());
+            QCOMPARE(m_window->statusBar()->currentMessage().contains("asked again"), answer == "Don't save");
         }
         QVERIFY(action("Ask about Layers When Saving")->isChecked());
         QVERIFY(!m_settings->contains(AnswerKey));

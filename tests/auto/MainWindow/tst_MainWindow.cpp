@@ -19,6 +19,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QSettings>
 #include <QSpinBox>
 #include <QStatusBar>
@@ -48,6 +49,8 @@
 #include "HistoryDock.h"
 #include "KXBrushSettings.h"
 #include "KXDocumentInterface.h"
+#include "KXMessageBox.h"
+#include "LayerMenu.h"
 #include "ModalDriver.h"
 #include "NVApplication.h"
 #include "NVBrushToolbar.h"
@@ -58,6 +61,7 @@
 #include "NVHistoryItem.h"
 #include "NVHistoryPanel.h"
 #include "NVSelectColorRange.h"
+#include "NVTextToolbar.h"
 #include "NVZoomPanel.h"
 #include "NavigatorDock.h"
 #include "NavigatorWidget.h"
@@ -579,6 +583,71 @@ private Q_SLOTS:
         QVERIFY(!action("Undo")->isEnabled());
     }
 
+    void redoInTheMenuBringsBackWhatWasTyped()
+    {
+        m_window->OpenImage(Picture(), "One");
+        TextTool* tool = beginText();
+        QTest::keyClicks(m_window->GetView(), "ab");
+        QVERIFY(!action("Redo")->isEnabled());
+        action("Undo")->trigger();
+        QCOMPARE(tool->GetText().text, QString());
+
+        QVERIFY(action("Redo")->isEnabled());
+        action("Redo")->trigger();
+        QVERIFY(tool->IsEditing());
+        QCOMPARE(tool->GetText().text, QString("ab"));
+        QVERIFY(!action("Redo")->isEnabled());
+        action("Undo")->trigger();
+        action("Undo")->trigger();
+        QVERIFY(!tool->IsEditing());
+        QVERIFY(!action("Redo")->isEnabled());
+    }
+
+    void keysOfToolsAndMenusAreTypedIntoAnOpenText()
+    {
+        m_window->OpenImage(Picture(Qt::red), "One");
+        TextTool* tool = beginText();
+        const QString keys("xdvmwcibetuhz0123456789[],.");
+        QTest::keyClicks(m_window->GetView(), keys);
+        QTest::keyClicks(m_window->GetView(), "XDVMWCI", Qt::ShiftModifier);
+        QCOMPARE(tool->GetText().text, keys + "XDVMWCI");
+
+        QTest::keyClick(m_window->GetView(), Qt::Key_Home);
+        QTest::keyClick(m_window->GetView(), Qt::Key_Delete);
+        QTest::keyClick(m_window->GetView(), Qt::Key_Backspace);
+        QCOMPARE(tool->GetText().text, keys.mid(1) + "XDVMWCI");
+        QCOMPARE(m_window->GetTool(), tool);
+        QCOMPARE(NVApplication::GetInstance()->GetForeground(), QColor(Qt::black));
+        QCOMPARE(NVApplication::GetInstance()->GetBackground(), QColor(Qt::white));
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->count(), 0);
+
+        QTest::keyClick(m_window->GetView(), Qt::Key_Return, Qt::ControlModifier);
+        QTRY_VERIFY(!tool->IsEditing());
+        QTest::keyClick(m_window->GetView(), Qt::Key_V);
+        QVERIFY(m_window->GetTool() != tool);
+    }
+
+    void flattenMakesATextAPicture()
+    {
+        m_window->OpenImage(Picture(), "One");
+        TextTool* tool = beginText();
+        QTest::keyClicks(m_window->GetView(), "HH");
+        const QImage typed = m_window->GetDocument()->GetPixels()->GetComposition().copy();
+
+        action("Flatten Image")->trigger();
+        QVERIFY(!tool->IsEditing());
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetLayerCount(), 1);
+        QCOMPARE(m_window->GetDocument()->GetPixels()->GetComposition(), typed);
+        QCOMPARE(m_window->GetDocument()->GetUndoStack()->count(), 2);
+        clickAt(QPointF(58, 45));
+        QCOMPARE(tool->GetText().text, QString());
+        QTest::keyClick(m_window->GetView(), Qt::Key_Escape);
+
+        action("Undo Flatten Image")->trigger();
+        clickAt(QPointF(58, 45));
+        QCOMPARE(tool->GetText().text, QString("HH"));
+    }
+
     void anotherToolLeavesNothingToUndo()
     {
         m_window->OpenImage(Picture(), "One");
@@ -664,6 +733,22 @@ private Q_SLOTS:
         QVERIFY(driver.Finished());
         QCOMPARE(m_window->GetDocument()->GetPixels()->GetSize(), QSize(320, 1200));
         QVERIFY(!m_window->GetDocument()->IsModified());
+    }
+
+    void aLayerThatIsRefusedIsTold()
+    {
+        ModalDriver driver(
+            [](QWidget* window)
+            {
+                const auto* box = qobject_cast<KXMessageBox*>(window);
+                QVERIFY(box);
+                QCOMPARE(box->GetText(), QString("One more layer needs 1 GiB."));
+                ModalDriver::PressKey(window, Qt::Key_Return);
+            });
+
+        Q_EMIT m_window->findChild<LayerMenu*>()->Refused("One more layer needs 1 GiB.");
+
+        QVERIFY(driver.Finished());
     }
 
     void newCancelledOpensNothing()
@@ -791,12 +876,17 @@ private Q_SLOTS:
     {
         const auto count = [this] { return m_window->findChildren<NVBrushToolbarWidget*>().size(); };
         QCOMPARE(count(), 1);
+        QVERIFY(!m_window->findChild<NVTextToolbar*>());
 
         action("Dark")->trigger();
         QCOMPARE(count(), 1);
 
         m_window->ChooseTool(m_window->FindTool<EraserTool>());
         QCOMPARE(count(), 2);
+        QVERIFY(!m_window->findChild<NVTextToolbar*>());
+
+        m_window->ChooseTool(m_window->FindTool<TextTool>());
+        QVERIFY(m_window->findChild<NVTextToolbar*>());
     }
 
     void valuesOfTheCurrentToolAreStoredAtTheEnd()
@@ -1139,7 +1229,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("state");
         QTest::addColumn<bool>("isLast");
-        for (const char* state : {"counting", "counted", "theme", "undone", "colour range", "hidden"})
+        for (const char* state : {"counting", "counted", "theme", "undone", "colour range", "hidden",
+                                  "frame held", "row pressed", "colour dialog", "preview in work"})
         {
             QTest::addRow("%s, the last one", state) << state << true;
             QTest::addRow("%s, one of two", state) << state << false;
@@ -1170,9 +1261,37 @@ private Q_SLOTS:
             action("Colour Range...")->trigger();
         else if (state == "hidden")
             action("Navigator Panel")->trigger();
+        auto* overview = m_window->findChild<NavigatorWidget*>();
+        QWidget* rows = m_window->findChild<NVHistoryItem*>();
+        if (state == "frame held")
+        {
+            m_window->findChild<QTabWidget*>("m_pTabWidget")->setCurrentIndex(0);
+            QTest::mousePress(overview, Qt::LeftButton);
+        }
+        else if (state == "row pressed")
+            QTest::mousePress(rows, Qt::LeftButton);
+        else if (state == "preview in work")
+        {
+            threads = std::make_unique<BusyThreads>();
+            action("Colour Range...")->trigger();
+            QVERIFY(m_window->findChild<ColorRangeDock*>()->IsComputing());
+        }
         m_window->GetDocument()->GetUndoStack()->setClean();
 
-        action("Close")->trigger();
+        if (state == "colour dialog")
+            closeUnderColorDialog();
+        else
+            action("Close")->trigger();
+        if (state == "frame held")
+        {
+            QMouseEvent move(QEvent::MouseMove, QPointF(9, 9), overview->mapToGlobal(QPoint(9, 9)),
+                             Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(overview, &move);
+            QTest::mouseRelease(overview, Qt::LeftButton);
+        }
+        else if (state == "row pressed")
+            QTest::mouseRelease(m_window->findChild<NVHistoryPanel*>(), Qt::LeftButton, Qt::NoModifier,
+                                QPoint(60, 12));
         if (state == "theme")
             NVApplication::GetInstance()->SetTheme(1);
         QCoreApplication::processEvents();
@@ -1182,7 +1301,8 @@ private Q_SLOTS:
 
         QCOMPARE(m_window->GetDocumentWindows().size(), isLast ? 0 : 1);
         QCOMPARE(m_window->findChild<NVHistoryPanel*>()->Count(), isLast ? 0 : 1);
-        QVERIFY(isLast || state != "colour range" || !m_window->findChild<ColorRangeDock*>()->isVisible());
+        QVERIFY(!m_window->findChild<ColorRangeDock*>()->IsOpen());
+        QVERIFY(!m_window->findChild<ColorRangeDock*>()->isVisible());
         m_window->findChild<QDoubleSpinBox*>("m_pZoomSpn")->setValue(123);
         if (!isLast)
             stroke();
@@ -1500,6 +1620,19 @@ private:
 
     QString write(const QString& name) { return Picture().save(path(name)) ? path(name) : QString(); }
 
+    void clickAt(const QPointF& place)
+    {
+        QTest::mouseClick(m_window->GetView()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          m_window->GetView()->MapFromDocument(place).toPoint());
+    }
+
+    TextTool* beginText()
+    {
+        m_window->ChooseTool(m_window->FindTool<TextTool>());
+        clickAt(QPointF(50, 50));
+        return m_window->FindTool<TextTool>();
+    }
+
     // Of a label in the status bar.
     QString shownAs(const QString& accessibleName) const
     {
@@ -1551,6 +1684,20 @@ private:
         action("History Panel")->trigger();
         action("Navigator Panel")->trigger();
         QCoreApplication::processEvents();
+    }
+
+    // The document goes while the dialog is open, which is accepted afterwards.
+    void closeUnderColorDialog()
+    {
+        action("Colour Range...")->trigger();
+        ModalDriver driver(
+            [this](QWidget* dialog)
+            {
+                action("Close")->trigger();
+                ModalDriver::PressKey(dialog, Qt::Key_Return);
+            });
+        QTest::mouseClick(m_window->findChild<QPushButton*>("m_pChooseColor"), Qt::LeftButton);
+        QVERIFY(driver.Finished());
     }
 
     void click(const QPointF& point)

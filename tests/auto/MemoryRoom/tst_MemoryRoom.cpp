@@ -62,6 +62,30 @@ private Q_SLOTS:
         QVERIFY(!WhyNotInMemory(QSize(1000, 1000), 100000000).isEmpty());
     }
 
+    void oneMoreLayerCountsAlone()
+    {
+        QCOMPARE(WhyNoMoreLayer(QSize(1000, 1000)), QString());
+        // 2 * 10^15 * 4 bytes
+        QCOMPARE(WhyNoMoreLayer(QSize(2000000000, 1000000)),
+                 QString("One more layer of 2000000000 by 1000000 pixels needs 7.11 PiB of memory, which is "
+                         "more than there is."));
+    }
+
+    void theSentenceIsThereWithoutNeed()
+    {
+        QCOMPARE(NoMemoryForPicture(QSize(1000, 1000), 1),
+                 QString("A picture of 1000 by 1000 pixels needs 12.40 MiB of memory, which is more than "
+                         "there is."));
+    }
+
+    void aSelectionThatDoesNotFitStaysAsItIs()
+    {
+        QCOMPARE(WhyNotSelected(QSize(1000, 1000)), QString());
+        QCOMPARE(WhyNotSelected(QSize(2000000000, 1000000)), NoMemoryForSelection());
+        QCOMPARE(NoMemoryForSelection(),
+                 QString("There is not enough memory for the selection. It stays as it is."));
+    }
+
     void whatIsMoreThanIsFreeIsRefused()
     {
         const qint64 room = FreeMemory();

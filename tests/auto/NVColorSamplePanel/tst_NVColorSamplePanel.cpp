@@ -290,6 +290,8 @@ void tst_NVColorSamplePanel::positionIsRounded_data()
     QTest::newRow("down") << QPointF(12.4, 34.49) << QPoint(12, 34);
     QTest::newRow("up") << QPointF(12.6, 34.51) << QPoint(13, 35);
     QTest::newRow("half") << QPointF(12.5, 0.5) << QPoint(13, 1);
+    // Of two that are as near, the greater one.
+    QTest::newRow("negative half") << QPointF(-12.5, -0.5) << QPoint(-12, 0);
     QTest::newRow("negative, to zero") << QPointF(-12.4, -0.49) << QPoint(-12, 0);
     QTest::newRow("negative, from zero") << QPointF(-12.6, -0.51) << QPoint(-13, -1);
     QTest::newRow("negative, whole") << QPointF(-12, -1) << QPoint(-12, -1);

@@ -300,6 +300,7 @@ private Q_SLOTS:
     void cancelledUnchangedDialogTellsNothing();
     void acceptedDialogTellsOneChange_data();
     void acceptedDialogTellsOneChange();
+    void acceptedUnchangedDialogTellsNothing_data();
     void acceptedUnchangedDialogTellsNothing();
     void changeThatWasTakenBackIsNoChange();
     void cancelledAfterAChangeAndBackTellsNothingMore();
@@ -1161,13 +1162,21 @@ void tst_NVTextToolbar::acceptedDialogTellsOneChange()
     QVERIFY(window.bar->GetDeformation() == Bent(20));
 }
 
+void tst_NVTextToolbar::acceptedUnchangedDialogTellsNothing_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char* way : {"ok", "enter"})
+        QTest::newRow(way) << way;
+}
+
 void tst_NVTextToolbar::acceptedUnchangedDialogTellsNothing()
 {
+    QFETCH(QString, way);
     Window window;
     QVERIFY(window.Show());
     window.bar->SetDeformation(Bent(0.29));
     const SignalLog log(window.bar);
-    const ModalDriver driver([](QWidget* dialog) { Leave(dialog, "ok"); });
+    const ModalDriver driver([way](QWidget* dialog) { Leave(dialog, way); });
     window.Click("m_pWarp");
     QVERIFY(driver.Finished());
     QCOMPARE(log.Entries(), QStringList());

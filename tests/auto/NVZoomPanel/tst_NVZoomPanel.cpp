@@ -109,8 +109,22 @@ struct Host
                 log.Count("loupe.ScaleChanged")};
     }
 
+    // From here on each call of the loupe's setter counts, one with the scale that it has too: behind each
+    // the loupe gets another scale, of which nobody is told.
+    void CountCalls()
+    {
+        QObject::connect(Loupe(), &CameraView::ScaleChanged,
+                         [this](int scale)
+                         {
+                             calls.append(scale);
+                             const QSignalBlocker blocker(Loupe());
+                             Loupe()->SetScaleFactor(scale == 32 ? 31 : 32);
+                         });
+    }
+
     std::unique_ptr<NVZoomPanel> panel = std::make_unique<NVZoomPanel>(nullptr);
     SignalLog log;
+    QList<int> calls;
 };
 
 QList<int> Four(int value)
@@ -137,6 +151,8 @@ private Q_SLOTS:
     void valueIsClampedEverywhere();
     void typedValueReachesTheLoupeOnce();
     void draggedSliderReachesTheLoupeOnce();
+    void setterOfTheLoupeIsCalledOnce_data();
+    void setterOfTheLoupeIsCalledOnce();
     void loupesOwnChangeComesBackToTheControls();
     void loupeThatTellsASameValueChangesNothing();
     void boxAndSliderAreTiedByTheForm();
@@ -250,6 +266,38 @@ void tst_NVZoomPanel::draggedSliderReachesTheLoupeOnce()
 
     QCOMPARE(host.Scales(), Four(2));
     QCOMPARE(host.Told(), QList<int>({1, 1, 1}));
+}
+
+void tst_NVZoomPanel::setterOfTheLoupeIsCalledOnce_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char* way : {"typed", "arrow", "slider", "set"})
+        QTest::newRow(way) << way;
+}
+
+void tst_NVZoomPanel::setterOfTheLoupeIsCalledOnce()
+{
+    QFETCH(const QString, way);
+    Host host;
+    host.Show();
+    host.panel->SetZoomValue(4);
+    host.CountCalls();
+
+    if (way == "typed")
+    {
+        QTest::mouseClick(host.Box()->findChild<QLineEdit*>(), Qt::LeftButton);
+        host.Box()->selectAll();
+        QTest::keyClicks(host.Box(), "5");
+    }
+    else if (way == "arrow")
+        QTest::keyClick(host.Box(), Qt::Key_Up);
+    else if (way == "slider")
+        host.Slider()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    else
+        host.panel->SetZoomValue(5);
+
+    QCOMPARE(host.calls, QList<int>({5}));
+    QCOMPARE(host.panel->GetZoomValue(), 5);
 }
 
 void tst_NVZoomPanel::loupesOwnChangeComesBackToTheControls()

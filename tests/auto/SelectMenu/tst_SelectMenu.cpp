@@ -10,6 +10,7 @@
 #include "NVSelectionToolbar.h"
 #include "SelectionMask.h"
 #include "SelectionOutline.h"
+#include "ShortMemory.h"
 #include "SignalLog.h"
 #include "TestMain.h"
 #include "ToolHost.h"
@@ -137,6 +138,35 @@ private Q_SLOTS:
         m_menu.reset();
         QCOMPARE(NVApplication::GetInstance()->GetRefineSelection(), nullptr);
         QVERIFY(!button->isEnabled());
+    }
+
+    void withoutMemoryTheSelectionStays_data()
+    {
+        QTest::addColumn<QString>("command");
+        for (const char* command : {"All", "Invert", "Refine Selection..."})
+            QTest::newRow(command) << command;
+    }
+    void withoutMemoryTheSelectionStays()
+    {
+        NV_SKIP_WITHOUT_SHORT_MEMORY();
+        QFETCH(const QString, command);
+        QVERIFY(
+            m_document->GetPixels()->ReplaceImages({PlainPicture(Qt::white, QSize(2000, 1200))}, QImage()));
+        const QImage before = RectangleMask(QSize(2000, 1200), QRectF(20, 20, 80, 80));
+        QVERIFY(m_document->GetPixels()->SetSelectionMask(before));
+        QTRY_VERIFY(!m_outline->IsComputing());
+        SignalLog log(m_select.get());
+        {
+            const ShortMemory none;
+            trigger(command);
+        }
+
+        QCOMPARE(mask(), before);
+        QCOMPARE(steps()->count(), 0);
+        QCOMPARE(
+            log.Entries(),
+            QStringList({"AboutToChange()",
+                         "Message(\"There is not enough memory for the selection. It stays as it is.\")"}));
     }
 
     void clearingTakesWhatIsSelectedOfTheLayer()

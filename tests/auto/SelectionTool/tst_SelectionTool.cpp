@@ -10,6 +10,7 @@
 #include "NVSelectionToolbar.h"
 #include "SelectionMask.h"
 #include "SelectionOutline.h"
+#include "ShortMemory.h"
 #include "SignalLog.h"
 #include "TestMain.h"
 #include "ToolHost.h"
@@ -33,6 +34,7 @@ struct Host : ToolHost<SelectionTool>
     QImage mask() const { return pixels()->GetSelectionMask(); }
     QRect bounds() const { return MaskBounds(mask()); }
     int at(int x, int y) const { return mask().isNull() ? 0 : mask().constScanLine(y)[x]; }
+    bool isScrolling() const { return tool->findChild<QTimer*>()->isActive(); }
     QPoint place(double x, double y) const { return view->MapFromDocument(QPointF(x, y)).toPoint(); }
 
     // A move with keys held, as the window system tells it.
@@ -466,6 +468,45 @@ private Q_SLOTS:
         QVERIFY(!host.mask().isNull());
     }
 
+    void withoutMemoryTheSelectionStays_data()
+    {
+        QTest::addColumn<QString>("act");
+        for (const char* act : {"replace", "intersect", "move", "nudge"})
+            QTest::newRow(act) << act;
+    }
+    void withoutMemoryTheSelectionStays()
+    {
+        NV_SKIP_WITHOUT_SHORT_MEMORY();
+        QFETCH(const QString, act);
+        Host host(settings(), SelectionShape::Rectangle, PlainPicture(Qt::white, QSize(2000, 1200)));
+        // The view shows the upper left corner.
+        host.view->horizontalScrollBar()->setValue(0);
+        host.view->verticalScrollBar()->setValue(0);
+        host.select(QRect(20, 20, 80, 80));
+        QTRY_VERIFY(host.outline->IsShown() && !host.outline->IsComputing());
+        host.bar()->SetState(act == "intersect" ? 4 : 1);
+        SignalLog log(host.tool.get());
+        if (act != "nudge")
+        {
+            const int start = act == "move" ? 50 : 150;
+            host.press(start, 50);
+            host.move(start + 60, 90);
+        }
+        {
+            const ShortMemory none;
+            if (act == "nudge")
+                host.key(Qt::Key_Right);
+            else
+                host.release(200, 120);
+        }
+
+        QCOMPARE(host.bounds(), QRect(20, 20, 80, 80));
+        QCOMPARE(host.steps()->count(), 0);
+        QCOMPARE(log.Entries().constLast(),
+                 QString("Message(\"There is not enough memory for the selection. It stays as it is.\")"));
+        QTRY_VERIFY(host.outline->IsShown());
+    }
+
     void theDocumentMayGoInADrag()
     {
         Host host(settings());
@@ -602,6 +643,7 @@ private Q_SLOTS:
         const QPointF outside(host.view->viewport()->width() + 40, host.view->viewport()->height() / 2);
         const QPointF place = host.view->MapToDocument(outside);
         host.move(place.x(), place.y());
+        QVERIFY(host.isScrolling());
         QTRY_VERIFY(host.view->MapToDocument(QPointF(0, 0)).x() > start.x() + 50);
         QCOMPARE(host.view->MapToDocument(QPointF(0, 0)).y(), start.y());
         const QPointF end = host.view->MapToDocument(outside);
@@ -609,7 +651,7 @@ private Q_SLOTS:
         const double after = host.view->MapToDocument(QPointF(0, 0)).x();
         QVERIFY(host.bounds().right() > place.x() + 40);
         // It ends with the drag.
-        QCoreApplication::processEvents();
+        QVERIFY(!host.isScrolling());
         QCOMPARE(host.view->MapToDocument(QPointF(0, 0)).x(), after);
     }
 
@@ -621,7 +663,7 @@ private Q_SLOTS:
         host.press(400, 300);
         const QPointF place = host.view->MapToDocument(QPointF(host.view->viewport()->width() + 40, 100));
         host.move(place.x(), place.y());
-        QVERIFY(host.tool->findChildren<QTimer*>().isEmpty());
+        QVERIFY(!host.isScrolling());
         host.release(place.x(), place.y());
         QCOMPARE(host.view->MapToDocument(QPointF(0, 0)), start);
         QCOMPARE(host.bounds().right() + 1, qRound(place.x()));

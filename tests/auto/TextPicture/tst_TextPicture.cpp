@@ -286,6 +286,107 @@ private Q_SLOTS:
         QCOMPARE(way, QPoint(-37, 90));
     }
 
+    void textIsFoundWhereAnEdgeCutsIt_data()
+    {
+        QTest::addColumn<QPoint>("way");
+        QTest::newRow("left") << QPoint(-150, 0);
+        QTest::newRow("right") << QPoint(430, 0);
+        QTest::newRow("above") << QPoint(10, -130);
+        QTest::newRow("below") << QPoint(-10, 175);
+        QTest::newRow("a corner") << QPoint(-160, -125);
+        QTest::newRow("between two letters") << QPoint(-128, 0);
+    }
+
+    void textIsFoundWhereAnEdgeCutsIt()
+    {
+        QFETCH(const QPoint, way);
+        const TextDescription description = Plain("Hallo");
+        TextPicture picture = Draw(description);
+        picture.corner += way;
+        const QImage layer = OnLayer(picture);
+        QVERIFY(VisibleRect(layer).size() != picture.image.size());
+        QPoint found;
+        QVERIFY(FindText(layer, description, &found));
+        QCOMPARE(found, way);
+    }
+
+    // To the last bit, wherever a letter is cut.
+    void edgesCutTheTextAndChangeNothing_data()
+    {
+        QTest::addColumn<bool>("isSmooth");
+        QTest::addColumn<double>("bend");
+        QTest::newRow("smooth") << true << 0.0;
+        QTest::newRow("rough") << false << 0.0;
+        QTest::newRow("bent") << true << 60.0;
+        QTest::newRow("rough and bent") << false << -60.0;
+    }
+
+    void edgesCutTheTextAndChangeNothing()
+    {
+        QFETCH(const bool, isSmooth);
+        QFETCH(const double, bend);
+        TextDescription description = Plain("Hallo");
+        description.isSmooth = isSmooth;
+        description.warp.bend = bend;
+        const QImage whole = OnLayer(Draw(description));
+        int count = 0;
+        for (int off = 90; off < 200; ++off)
+        {
+            TextDescription moved = description;
+            moved.anchor -= QPoint(off, off / 2 + 20);
+            const TextPicture cut = DrawText(moved, QRect(0, 0, 60 + off % 7, 30 + off % 20));
+            if (cut.image.isNull())
+                continue;
+            ++count;
+            const QRect place = cut.GetRect().translated(description.anchor - moved.anchor);
+            QVERIFY2(cut.image == whole.copy(place), qPrintable(QString::number(off)));
+        }
+        QVERIFY(count > 80);
+    }
+
+    // Where letters repeat, several places fit.
+    void ofSeveralPlacesTheNearestIsFound()
+    {
+        TextDescription description = Plain(QString(30, 'H'));
+        // Four letters are 385 pixels wide.
+        description.size = 128;
+        description.anchor = QPoint(-1000, 100);
+        description.shown = QRect(0, 0, 5000, 200);
+        QPoint way(9, 9);
+        QVERIFY(FindText(OnLayer(DrawText(description, Bounds)), description, &way));
+        QCOMPARE(way, QPoint());
+    }
+
+    void onlyWhatWasShownIsLookedFor()
+    {
+        TextDescription description = Plain("Hallo");
+        description.anchor = QPoint(560, 100);
+        const TextPicture cut = Draw(description);
+        TextPicture inside = cut;
+        inside.corner -= QPoint(200, 20);
+        QPoint way;
+        description.shown = cut.GetRect().translated(-description.anchor);
+        QVERIFY(FindText(OnLayer(inside), description, &way));
+        QCOMPARE(way, QPoint(-200, -20));
+        description.shown = QRect(0, 0, 400, 200);
+        QVERIFY(!FindText(OnLayer(inside), description, &way));
+        QVERIFY(FindText(OnLayer(cut), description, &way));
+        QCOMPARE(way, QPoint());
+    }
+
+    void textOfWhichAPartIsMissingIsNone()
+    {
+        const TextDescription description = Plain("Hallo");
+        const TextPicture picture = Draw(description);
+        QImage layer = OnLayer(picture);
+        QPainter painter(&layer);
+        painter.setCompositionMode(QPainter::CompositionMode_Clear);
+        painter.fillRect(QRect(picture.GetRect().center().x(), 0, 300, 300), Qt::transparent);
+        painter.end();
+        QPoint way;
+        QVERIFY(!FindText(layer, description, &way));
+    }
+
     void paintedTextIsNoneAnyMore()
     {
         const TextDescription description = Plain("Hallo");

@@ -4,11 +4,14 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDockWidget>
+#include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QSpinBox>
 #include <QStyle>
+#include <QStyleOption>
 #include <QToolButton>
 
 #include <cmath>
@@ -51,13 +54,15 @@ private Q_SLOTS:
     void emptyCheckBoxesAndRadioButtonsCanBeSeenInEachTheme_data()
     {
         QTest::addColumn<int>("theme");
-        QTest::newRow("light") << 0;
-        QTest::newRow("dark") << 1;
-        QTest::newRow("high contrast") << 2;
+        QTest::addColumn<double>("least");
+        QTest::newRow("light") << 0 << 1.5;
+        QTest::newRow("dark") << 1 << 3.0;
+        QTest::newRow("high contrast") << 2 << 10.0;
     }
     void emptyCheckBoxesAndRadioButtonsCanBeSeenInEachTheme()
     {
         QFETCH(int, theme);
+        QFETCH(double, least);
         Theme themes;
         NVApplication::GetInstance()->SetTheme(theme);
         QCheckBox check;
@@ -73,7 +78,118 @@ private Q_SLOTS:
                 most = qMax(most,
                             Contrast(image.pixelColor(x, image.height() / 2),
                                      Theme::Palette(theme).color(QPalette::Window)));
-            QVERIFY2(most >= 1.5, qPrintable(QString::number(most)));
+            QVERIFY2(most >= least, qPrintable(QString::number(most)));
+        }
+    }
+
+    void framesOfGroupsCanBeSeenInEachTheme_data()
+    {
+        QTest::addColumn<int>("theme");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<double>("least");
+        for (const QString& title : {QString(), QString("Page")})
+        {
+            QTest::addRow("light, \"%s\"", qPrintable(title)) << 0 << title << 1.5;
+            QTest::addRow("dark, \"%s\"", qPrintable(title)) << 1 << title << 1.6;
+            QTest::addRow("high contrast, \"%s\"", qPrintable(title)) << 2 << title << 20.0;
+        }
+    }
+    void framesOfGroupsCanBeSeenInEachTheme()
+    {
+        QFETCH(int, theme);
+        QFETCH(QString, title);
+        QFETCH(double, least);
+        Theme themes;
+        NVApplication::GetInstance()->SetTheme(theme);
+        QGroupBox group(title);
+        group.setPalette(Theme::Palette(theme));
+        group.resize(160, 100);
+        const QColor window = Theme::Palette(theme).color(QPalette::Window);
+
+        const QImage image = group.grab().toImage();
+
+        QVERIFY(Contrast(image.pixelColor(0, 60), window) >= least);
+        QVERIFY(Contrast(image.pixelColor(159, 60), window) >= least);
+        QVERIFY(Contrast(image.pixelColor(80, 99), window) >= least);
+        QCOMPARE(image.pixelColor(80, 60), window);
+        // It is closed: above the contents, and below a title.
+        QStyleOptionGroupBox option;
+        option.initFrom(&group);
+        option.text = title;
+        option.subControls = QStyle::SC_GroupBoxFrame | QStyle::SC_GroupBoxLabel;
+        const QRect contents =
+            group.style()->subControlRect(QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxContents, &group);
+        double most = 1.0;
+        for (int y = 0; y < contents.top(); ++y)
+            most = qMax(most, Contrast(image.pixelColor(120, y), window));
+        QVERIFY2(most >= least, qPrintable(QString::number(most)));
+    }
+
+    void linesBetweenThePartsOfABarCanBeSeenInEachTheme_data()
+    {
+        QTest::addColumn<int>("theme");
+        QTest::addColumn<double>("least");
+        QTest::newRow("light") << 0 << 1.5;
+        QTest::newRow("dark") << 1 << 1.6;
+        QTest::newRow("high contrast") << 2 << 4.5;
+    }
+    void linesBetweenThePartsOfABarCanBeSeenInEachTheme()
+    {
+        QFETCH(int, theme);
+        QFETCH(double, least);
+        Theme themes;
+        NVApplication::GetInstance()->SetTheme(theme);
+        QFrame line;
+        line.setPalette(Theme::Palette(theme));
+        line.setFrameShape(QFrame::StyledPanel);
+        line.resize(1, 40);
+
+        const double contrast =
+            Contrast(line.grab().toImage().pixelColor(0, 20), Theme::Palette(theme).color(QPalette::Window));
+
+        QVERIFY2(contrast >= least, qPrintable(QString::number(contrast)));
+    }
+
+    void theTitleButtonsOfAPanelAreInTheTextColourOfTheTheme_data()
+    {
+        QTest::addColumn<int>("theme");
+        QTest::newRow("light") << 0;
+        QTest::newRow("dark") << 1;
+        QTest::newRow("high contrast") << 2;
+    }
+    // Switched while the panel is open.
+    void theTitleButtonsOfAPanelAreInTheTextColourOfTheTheme()
+    {
+        QFETCH(int, theme);
+        Theme themes;
+        NVApplication::GetInstance()->SetTheme(theme == 0 ? 1 : 0);
+        QDockWidget panel;
+        panel.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&panel));
+
+        NVApplication::GetInstance()->SetTheme(theme);
+
+        for (const char* name : {"qt_dockwidget_floatbutton", "qt_dockwidget_closebutton"})
+        {
+            const auto* button = panel.findChild<QAbstractButton*>(name);
+            QVERIFY(button);
+            for (const qreal ratio : {1.0, 2.0})
+            {
+                const QImage picture = button->icon()
+                                           .pixmap(QSize(10, 10) * ratio)
+                                           .toImage()
+                                           .convertToFormat(QImage::Format_ARGB32);
+                QCOMPARE(picture.size(), QSize(10, 10) * ratio);
+                int inked = 0;
+                for (int y = 0; y < picture.height(); ++y)
+                {
+                    for (int x = 0; x < picture.width(); ++x)
+                        inked += picture.pixelColor(x, y).alpha() > 128 &&
+                            Contrast(picture.pixelColor(x, y),
+                                     Theme::Palette(theme).color(QPalette::Window)) >= 7;
+                }
+                QVERIFY2(inked >= 8 * ratio, qPrintable(QString::number(inked)));
+            }
         }
     }
 

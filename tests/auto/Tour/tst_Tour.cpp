@@ -28,9 +28,13 @@ private Q_SLOTS:
         const QDir tour(folder.filePath("tour/deep"));
         const QStringList pictures = tour.entryList({"*.png"}, QDir::Files, QDir::Name);
         QVERIFY(pictures.size() >= 90);
+        for (const char* theme : {"dark-*.png", "contrast-*.png"})
+            QVERIFY(tour.entryList({theme}, QDir::Files).size() >= 60);
         QFile page(tour.filePath("index.html"));
         QVERIFY(page.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(page.readAll());
+        const bool hasPrinters = qEnvironmentVariableIsSet("NORVANE_PRINT_FOLDER");
+        QCOMPARE(text.contains("skipped: there is no print server"), !hasPrinters);
         for (const QString& each : pictures)
         {
             QVERIFY2(text.contains(each), qPrintable(each));

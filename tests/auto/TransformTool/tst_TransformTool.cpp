@@ -313,6 +313,45 @@ private Q_SLOTS:
         QCOMPARE(host.pixel(110, 117).alpha(), 0);
     }
 
+    void altHoldsTheReferencePoint_data()
+    {
+        QTest::addColumn<QPointF>("from");
+        QTest::addColumn<QPointF>("way");
+        QTest::addColumn<int>("modifiers");
+        QTest::addColumn<QStringList>("texts");
+
+        // The reference point is the middle of the left edge.
+        QTest::newRow("scaled") << QPointF(180, 120) << QPointF(40, 15) << int(Qt::AltModifier)
+                                << QStringList({"100.0", "90.0", "150.0%", "150.0%", "0.00", "0.00"});
+        QTest::newRow("skewed") << QPointF(140, 120) << QPointF(30, 0)
+                                << int(Qt::AltModifier | Qt::ControlModifier)
+                                << QStringList({"100.0", "90.0", "100.0%", "100.0%", "45.00", "0.00"});
+        QTest::newRow("skewed down") << QPointF(180, 90) << QPointF(0, 80)
+                                     << int(Qt::AltModifier | Qt::ControlModifier)
+                                     << QStringList({"100.0", "90.0", "100.0%", "100.0%", "0.00", "45.00"});
+        // Without it the opposite edge stays, and the reference point goes along.
+        QTest::newRow("not held") << QPointF(140, 120) << QPointF(60, 0) << int(Qt::ControlModifier)
+                                  << QStringList({"130.0", "90.0", "100.0%", "100.0%", "45.00", "0.00"});
+    }
+    void altHoldsTheReferencePoint()
+    {
+        QFETCH(const QPointF, from);
+        QFETCH(const QPointF, way);
+        QFETCH(const int, modifiers);
+        QFETCH(const QStringList, texts);
+        Host host;
+        QTest::mouseClick(host.bar()->findChild<Control*>(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 20));
+        QCOMPARE(host.texts().mid(0, 2), QStringList({"100.0", "90.0"}));
+        SignalLog log(host.tool.get());
+
+        host.pull(from, from + way, Qt::KeyboardModifiers(modifiers));
+
+        QStringList shown = host.texts().replaceInStrings("\u00b0", "");
+        QCOMPARE(shown.takeAt(4), QString("0.00"));
+        QCOMPARE(shown, texts);
+        QVERIFY(log.Entries().join(' ').contains("Alt: about the reference point."));
+    }
+
     void theReferencePointIsChosenInTheBar()
     {
         Host host;

@@ -9,6 +9,7 @@
 #include "BusyThreads.h"
 #include "NVApplication.h"
 #include "NVMagicWandToolbar.h"
+#include "ShortMemory.h"
 #include "SignalLog.h"
 #include "TestMain.h"
 #include "ToolHost.h"
@@ -242,6 +243,7 @@ private Q_SLOTS:
     {
         Host host(settings());
         QTest::keyPress(host.view, Qt::Key_Shift);
+        QCOMPARE(host.bar()->GetState(), 2);
 
         host.tool->Deactivate();
         QCOMPARE(host.bar()->GetState(), 1);
@@ -253,6 +255,7 @@ private Q_SLOTS:
     {
         Host host(settings());
         QTest::keyPress(host.view, Qt::Key_Shift);
+        QCOMPARE(host.bar()->GetState(), 2);
 
         host.move(60, 60, Qt::NoButton);
 
@@ -432,6 +435,46 @@ private Q_SLOTS:
         threads.Open();
 
         QTRY_VERIFY(!host.tool->IsSelecting());
+    }
+
+    void withoutMemoryTheSelectionStays_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<int>("state");
+        for (int state = 1; state <= 4; ++state)
+        {
+            QTest::addRow("at once, %d", state) << QSize(2000, 1000) << state;
+            QTest::addRow("on another thread, %d", state) << LargeSize << state;
+        }
+    }
+    void withoutMemoryTheSelectionStays()
+    {
+        NV_SKIP_WITHOUT_SHORT_MEMORY();
+        QFETCH(const QSize, size);
+        QFETCH(const int, state);
+        Host host(settings(), PlainPicture(Qt::white, size));
+        // The threads are there from here on.
+        host.click(100, 75);
+        QTRY_VERIFY(!host.tool->IsSelecting());
+        host.select(QRect(5, 5, 9, 9));
+        host.bar()->SetState(state);
+        SignalLog log(host.tool.get());
+        {
+            const ShortMemory none;
+            host.click(100, 75);
+            host.tool->Finish();
+        }
+
+        QCOMPARE(host.selected(), QRect(5, 5, 9, 9));
+        QCOMPARE(host.steps()->count(), 1);
+        QCOMPARE(log.Entries().constLast(),
+                 QString("Message(\"There is not enough memory for the selection. It stays as it is.\")"));
+        // With memory it goes on.
+        host.bar()->SetState(1);
+        host.click(100, 75);
+        QTRY_VERIFY(!host.tool->IsSelecting());
+        QCOMPARE(host.selected(), QRect(QPoint(), size));
+        QCOMPARE(host.steps()->count(), 2);
     }
 
     void theToolMayGoWhileTheSearchRuns()

@@ -1,0 +1,47 @@
+// A process that is given no more memory.
+
+#pragma once
+
+#include <QFile>
+#include <QtTest>
+
+#include <malloc.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define NV_SKIP_WITHOUT_SHORT_MEMORY() QSKIP("The sanitizer ends the program when it is given no memory.")
+#else
+#define NV_SKIP_WITHOUT_SHORT_MEMORY()
+#endif
+
+// Large blocks are never taken from what lies ready, on any thread.
+inline const bool TakesLargeBlocksAnew = mallopt(M_MMAP_THRESHOLD, 1000 * 1000) && mallopt(M_ARENA_MAX, 1);
+
+// While it lives, blocks of more than a megabyte fail, and small ones do not. Threads that are needed
+// meanwhile must be there before.
+class ShortMemory
+{
+public:
+    ShortMemory()
+    {
+        QVERIFY(TakesLargeBlocksAnew);
+        getrlimit(RLIMIT_AS, &m_before);
+        const rlimit tight = {Taken() + 1000 * 1000, m_before.rlim_max};
+        setrlimit(RLIMIT_AS, &tight);
+    }
+    ~ShortMemory() { setrlimit(RLIMIT_AS, &m_before); }
+    Q_DISABLE_COPY(ShortMemory)
+
+private:
+    // Bytes of addresses that this process has.
+    static rlim_t Taken()
+    {
+        QFile file("/proc/self/statm");
+        return file.open(QIODevice::ReadOnly)
+            ? file.readAll().split(' ').first().toULongLong() * rlim_t(sysconf(_SC_PAGESIZE))
+            : RLIM_INFINITY;
+    }
+
+    rlimit m_before = {};
+};
