@@ -21,5 +21,10 @@ cp -- "${windows[-1]}" docs/pictures/norvane.png
 for bar in brush eraser stamp spot-healing blur dodge red-eye fill gradient text selection wand picker sampler ruler zoom crop-start crop move transform; do
     cp -- "$folder/$bar-bar.png" docs/pictures/
 done
-cp -- "$folder/brush-panel.png" "$folder/gradient-editor.png" "$folder/warp-text.png" "$folder/sample-panel.png" "$folder/zoom-panel.png" docs/pictures/
+for panel in brush history navigator sample zoom; do
+    cp -- "$folder/$panel-panel.png" docs/pictures/
+done
+for other in color-range gradient-editor warp-text; do
+    cp -- "$folder/$other.png" docs/pictures/
+done
 ls -l docs/pictures
