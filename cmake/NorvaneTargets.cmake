@@ -4,7 +4,12 @@
 include(GenerateExportHeader)
 
 find_program(NORVANE_CCACHE ccache)
+find_program(NORVANE_LLD ld.lld)
 if(PROJECT_IS_TOP_LEVEL)
+    # It takes a fifth of the time of the usual one, and hundreds of tests are linked.
+    if(NORVANE_LLD)
+        add_link_options(-fuse-ld=lld)
+    endif()
     if(NORVANE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
         set(CMAKE_CXX_COMPILER_LAUNCHER ${NORVANE_CCACHE})
     endif()
@@ -37,6 +42,24 @@ function(norvane_target target)
             target_compile_options(${target} PRIVATE -fno-sanitize-recover=all)
         endif()
     endif()
+endfunction()
+
+# norvane_precompile_toolkit(<target>)
+# The toolkit's headers are half of what the source of a widget costs to compile; all targets share them compiled once.
+# That each source includes what it needs is seen by the checkers and the header test, which do without.
+function(norvane_precompile_toolkit target)
+    if(NOT NORVANE_PRECOMPILE_TOOLKIT)
+        return()
+    endif()
+    if(NOT TARGET toolkit_headers)
+        file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/toolkit_headers.cpp CONTENT "")
+        add_library(toolkit_headers STATIC ${PROJECT_BINARY_DIR}/toolkit_headers.cpp)
+        norvane_target(toolkit_headers)
+        set_target_properties(toolkit_headers PROPERTIES AUTOMOC OFF)
+        target_link_libraries(toolkit_headers PRIVATE Qt5::Widgets)
+        target_precompile_headers(toolkit_headers PRIVATE <QtWidgets>)
+    endif()
+    target_precompile_headers(${target} REUSE_FROM toolkit_headers)
 endfunction()
 
 # norvane_add_library(<name> SOURCES <file>... [LINK <target>...])

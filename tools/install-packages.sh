@@ -7,7 +7,7 @@ set -euo pipefail
 group_packages() {
     case $1 in
         # compiler, build tools and the headers of what is linked
-        build) echo g++ cmake ninja-build ccache python3 qtbase5-dev qtbase5-dev-tools libqt5svg5-dev \
+        build) echo g++ lld cmake ninja-build ccache python3 qtbase5-dev qtbase5-dev-tools libqt5svg5-dev \
             libopencv-core-dev libopencv-imgproc-dev libopencv-photo-dev libbenchmark-dev ;;
         # image formats for the editor, and a virtual display with a window manager for machines without a screen
         run) echo qt5-image-formats-plugins kimageformat-plugins fonts-dejavu-core xvfb xauth openbox xdotool ;;

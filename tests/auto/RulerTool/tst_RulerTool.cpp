@@ -383,9 +383,11 @@ private Q_SLOTS:
     {
         Host host(PlainPicture(Qt::white, QSize(3000, 2000)));
         RulerLine::Of(host.document.get())->Set(QLineF(100, 100, 2000, 400));
+        BusyThreads threads;
 
         QTest::mouseClick(host.Button("m_pStraighten"), Qt::LeftButton);
         QVERIFY(host.tool->IsStraightening());
+        threads.Open();
         host.tool->Deactivate();
 
         QVERIFY(!host.tool->IsStraightening());
