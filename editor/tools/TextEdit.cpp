@@ -198,20 +198,16 @@ void TextEdit::SelectAll()
 
 bool TextEdit::Undo()
 {
-    EndComposition();
-    if (!m_pItem)
-        return false;
-    QTextDocument* document = m_pItem->document();
-    const QString before = document->toPlainText();
-    // Some of its steps change no letter.
-    QTextCursor cursor = m_pItem->textCursor();
-    while (document->isUndoAvailable() && document->toPlainText() == before)
-        document->undo(&cursor);
-    m_pItem->setTextCursor(cursor);
-    return document->toPlainText() != before;
+    return Step(&QTextDocument::isUndoAvailable, &QTextDocument::undo);
 }
 
 bool TextEdit::Redo()
+{
+    return Step(&QTextDocument::isRedoAvailable, &QTextDocument::redo);
+}
+
+// Through what was typed, until a letter is another one.
+bool TextEdit::Step(bool (QTextDocument::*isAvailable)() const, void (QTextDocument::*go)(QTextCursor*))
 {
     EndComposition();
     if (!m_pItem)
@@ -219,8 +215,8 @@ bool TextEdit::Redo()
     QTextDocument* document = m_pItem->document();
     const QString before = document->toPlainText();
     QTextCursor cursor = m_pItem->textCursor();
-    while (document->isRedoAvailable() && document->toPlainText() == before)
-        document->redo(&cursor);
+    while ((document->*isAvailable)() && document->toPlainText() == before)
+        (document->*go)(&cursor);
     m_pItem->setTextCursor(cursor);
     return document->toPlainText() != before;
 }

@@ -9,6 +9,8 @@ class KXDocumentInterface;
 class NVDocumentView;
 class QGraphicsTextItem;
 class QPainter;
+class QTextCursor;
+class QTextDocument;
 
 // A text that is being typed, on the canvas: takes keys and input methods from it, and shows the text in its
 // layer, as it will be, with each change. What becomes of the layer in the end is up to its owner.
@@ -61,6 +63,7 @@ private Q_SLOTS:
     void OnContentsChanged();
 
 private:
+    bool Step(bool (QTextDocument::*isAvailable)() const, void (QTextDocument::*go)(QTextCursor*));
     bool TakeKey(QEvent* event);
     void InsertPlain(const QString& text);
     void Show();
