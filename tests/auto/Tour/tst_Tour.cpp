@@ -9,6 +9,7 @@
 
 #include "NVApplication.h"
 #include "SamplePicture.h"
+#include "ScanLeak.h"
 #include "TestMain.h"
 
 class tst_Tour : public QObject
