@@ -125,6 +125,10 @@ QString TourGuide::FileFor(const QString& name) const
 void TourGuide::Step(const char* name, const char* caption, const Act& act)
 {
     m_report.Begin(QString::fromLatin1(name), QString::fromLatin1(caption));
+    // After a dialog, a window manager may leave it to the person to make the window active again.
+    if (!QApplication::activeWindow())
+        m_pWindow->activateWindow();
+    m_robot.WaitFor([] { return QApplication::activeWindow() != nullptr; });
     act(*this);
     m_robot.Settle();
     Check(!m_robot.IsWaitingForModal(), "the dialog did not come");
