@@ -63,6 +63,7 @@ RULE = lintlib.Rule(
         "e.txt:1:": {"e.txt": "closes " + joined("iss", "ue 2")},
         joined("measured-", "facts.md:0:"): {joined("measured-", "facts.md"): ""},
     },
+    # Words and places that only look like those.
     good={
         "a.md": "The editor restores the session, and work goes on. A part 3 inches wide. Issues and specific parts.",
         "b.sh": "mktemp /tmp/a." + "X" * 6 + "\nls /home/a/work/x",

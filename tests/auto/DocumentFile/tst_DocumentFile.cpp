@@ -114,7 +114,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, suffix);
         if (!HasWritableSuffix("x." + suffix))
-            QSKIP("no plugin writes it here");
+            QSKIP("no plugin writes it here: install qt5-image-formats-plugins");
         const QImage picture =
             DrawSamplePicture(QSize(123, 77)).convertToFormat(QImage::Format_ARGB32_Premultiplied);
 
@@ -258,7 +258,7 @@ private Q_SLOTS:
         QFETCH(int, percent);
         QFETCH(QString, warning);
         if (!HasWritableSuffix("x." + suffix))
-            QSKIP("no plugin writes it here");
+            QSKIP("no plugin writes it here: install qt5-image-formats-plugins");
         QVERIFY(SaveDocumentFile(DrawSamplePicture(QSize(200, 150)), path("a." + suffix)).ok);
         const QByteArray whole = BytesOf(path("a." + suffix));
         WriteBytes(path("a." + suffix), whole.left(whole.size() * percent / 100));
@@ -274,7 +274,7 @@ private Q_SLOTS:
     void aPictureLargerThanMemoryIsRefusedBeforeItIsDecoded()
     {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-        QSKIP("a sanitizer cannot live with a limit of addresses");
+        QSKIP("a sanitizer cannot live with a limit of addresses; the plain build has this test");
 #endif
         WriteBytes(path("a.pgm"), "P5\n10000 10000\n255\n" + QByteArray(100, 'x'));
         const Limit memory(RLIMIT_AS, 700u * 1024 * 1024);
@@ -347,7 +347,7 @@ private Q_SLOTS:
     {
         const AsNobody nobody;
         if (geteuid() == 0)
-            QSKIP("cannot become somebody else");
+            QSKIP("root reads every folder, and this system does not let it become somebody else");
         QTemporaryDir locked;
         QVERIFY(QFile::setPermissions(locked.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner));
 

@@ -1062,7 +1062,7 @@ void tst_KXAddToBatchManager::treeThatNeverRests()
 void tst_KXAddToBatchManager::finishedScanLeavesNothingBehind()
 {
     if (!LiveBytesAreExact)
-        QSKIP("The sanitizers tell only roughly what is allocated.");
+        QSKIP("The sanitizers tell only roughly what is allocated; the plain build has this test.");
     const Formats formats;
     const FolderTree tree;
     MakeTree(tree);
@@ -1100,7 +1100,7 @@ void tst_KXAddToBatchManager::finishedScanLeavesNothingBehind()
 void tst_KXAddToBatchManager::leakIsBoundedToTheRunInFlight()
 {
     if (!LiveBytesAreExact)
-        QSKIP("The sanitizers tell only roughly what is allocated.");
+        QSKIP("The sanitizers tell only roughly what is allocated; the plain build has this test.");
     const Formats formats;
     const FolderTree tree;
     // A hundred folders with ten files each: a thousand nodes, never more than a hundred of them in flight.

@@ -35,7 +35,7 @@ private Q_SLOTS:
     void theSystemTellsHowMuchIsFree()
     {
         if (!QFile::exists("/proc/meminfo"))
-            QSKIP("This system does not tell.");
+            QSKIP("A system without /proc/meminfo does not tell what is free.");
         QVERIFY(FreeMemory() > 16 * 1024 * 1024);
     }
 
@@ -90,7 +90,7 @@ private Q_SLOTS:
     {
         const qint64 room = FreeMemory();
         if (room < 0)
-            QSKIP("This system does not tell.");
+            QSKIP("A system without /proc/meminfo does not tell what is free.");
         // Of 1000 * 1000 pixels, 4 bytes a layer: other programs may take and give a tenth meanwhile.
         const int layers = int(room / 4000000);
 
@@ -101,12 +101,12 @@ private Q_SLOTS:
     void aLimitOfTheProcessCounts()
     {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-        QSKIP("The sanitizer ends the program when it is given no memory.");
+        QSKIP("The sanitizer ends the program when it is given no memory; the plain build has this test.");
 #endif
         // 7000 * 7000 * 13 bytes
         const QSize large(7000, 7000);
         if (!WhyNotInMemory(large, 1).isEmpty())
-            QSKIP("This machine is short of memory itself.");
+            QSKIP("Less than 700 MB are free: give the machine more, or end other programs.");
         rlimit before = {};
         QCOMPARE(getrlimit(RLIMIT_AS, &before), 0);
         const rlimit tight = {AddressSpace() + 400 * 1000 * 1000, before.rlim_max};

@@ -501,7 +501,7 @@ void tst_NVTextToolbar::familyChosenByHandIsToldOnce()
     Window window;
     QVERIFY(window.Show());
     if (window.Families()->count() < 2)
-        QSKIP("one font family alone");
+        QSKIP("there is one font family alone: install fonts-dejavu-core");
     const QString second = window.Families()->itemText(1);
     const SignalLog log(window.bar);
     window.ChooseBelow(window.Families());
@@ -515,7 +515,7 @@ void tst_NVTextToolbar::familySetIsToldOnce()
     const QString last = window.Families()->itemText(window.Families()->count() - 1);
     const QString first = window.bar->GetFontFamily();
     if (last == first)
-        QSKIP("one font family alone");
+        QSKIP("there is one font family alone: install fonts-dejavu-core");
     const SignalLog log(window.bar);
     window.bar->SetFontFamily(last);
     window.bar->SetFontFamily(last);

@@ -44,7 +44,7 @@ private Q_SLOTS:
     void freeThreadsHelp()
     {
         if (QThread::idealThreadCount() < 2)
-            QSKIP("there is one core only");
+            QSKIP("one core alone never has a thread free to help");
         std::atomic<int> present{0};
 
         // Each waits for the other: one thread alone would wait for ever.

@@ -87,7 +87,7 @@ private Q_SLOTS:
         if (needsQueues && !hasQueues)
             QSKIP("no queues: run it by tests/printing/with-print-server.sh");
         if (hasQueues && !needsQueues)
-            QSKIP("for a run without a print server");
+            QSKIP("the run without a print server has this test");
         if (!hasQueues)
             qputenv("CUPS_SERVER", NoServer);
         QLocale::setDefault(QLocale::c());
