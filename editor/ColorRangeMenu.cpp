@@ -7,6 +7,7 @@
 #include "Document.h"
 #include "FileTask.h"
 #include "KXDocumentInterface.h"
+#include "MemoryRoom.h"
 #include "SelectCommand.h"
 #include "WatchedDevice.h"
 
@@ -47,6 +48,8 @@ void ColorRangeMenu::OnClosed()
 void ColorRangeMenu::OnAccepted()
 {
     const KXDocumentInterface* pixels = m_pDocument->GetPixels();
+    if (!HasRoomForSelection(pixels->GetSize(), this))
+        return;
     const QImage picture = pixels->GetComposition();
     const QImage before = pixels->GetSelectionMask();
     const ColorRangeSettings settings = m_pDock->GetSettings();

@@ -8,6 +8,7 @@
 #include "ColorSampleModel.h"
 #include "ColorSamples.h"
 #include "NVColorSamplePanel.h"
+#include "SampleCommand.h"
 
 namespace
 {
@@ -66,7 +67,7 @@ void ColorSampleDock::OnMouseReleased(const QPoint& globalPos, int button)
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(tr("&Delete Sample"), this, &ColorSampleDock::OnDelete);
-    menu->addAction(tr("Delete &All Samples"), samples, &ColorSamples::Clear);
+    menu->addAction(tr("Delete &All Samples"), this, &ColorSampleDock::OnDeleteAll);
     menu->popup(globalPos);
 }
 
@@ -81,6 +82,20 @@ void ColorSampleDock::OnShowCurrent()
 
 void ColorSampleDock::OnDelete()
 {
-    if (ColorSamples* samples = m_pModel->GetSamples())
-        samples->Remove(samples->GetCurrent());
+    ColorSamples* samples = m_pModel->GetSamples();
+    if (!samples)
+        return;
+    const QVector<QPoint> before = samples->GetPixels();
+    samples->Remove(samples->GetCurrent());
+    PushSamples(samples, tr("Delete Colour Sample"), before);
+}
+
+void ColorSampleDock::OnDeleteAll()
+{
+    ColorSamples* samples = m_pModel->GetSamples();
+    if (!samples)
+        return;
+    const QVector<QPoint> before = samples->GetPixels();
+    samples->Clear();
+    PushSamples(samples, tr("Delete All Colour Samples"), before);
 }

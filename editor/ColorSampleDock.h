@@ -29,6 +29,7 @@ private Q_SLOTS:
     void OnMouseReleased(const QPoint& globalPos, int button);
     void OnShowCurrent();
     void OnDelete();
+    void OnDeleteAll();
 
 private:
     ColorSampleModel* m_pModel;

@@ -10,7 +10,12 @@ ColorSamples* ColorSamples::Of(Document* document)
     return samples ? samples : new ColorSamples(document);
 }
 
-ColorSamples::ColorSamples(Document* document) : QObject(document) { }
+ColorSamples::ColorSamples(Document* document) : QObject(document), m_pDocument(document) { }
+
+Document* ColorSamples::GetDocument() const
+{
+    return m_pDocument;
+}
 
 int ColorSamples::Count() const
 {
@@ -25,6 +30,11 @@ bool ColorSamples::IsFull() const
 QPoint ColorSamples::GetPixel(int index) const
 {
     return m_pixels.at(index);
+}
+
+QVector<QPoint> ColorSamples::GetPixels() const
+{
+    return m_pixels;
 }
 
 int ColorSamples::GetCurrent() const
@@ -62,13 +72,20 @@ void ColorSamples::Remove(int index)
         SetCurrent(m_current - 1);
 }
 
+void ColorSamples::Set(const QVector<QPoint>& pixels)
+{
+    if (pixels == m_pixels || pixels.size() > MAX_SAMPLES)
+        return;
+    const bool isMoved = pixels.size() == m_pixels.size();
+    const int current = isMoved || m_current < 0 ? m_current : pixels.indexOf(m_pixels.at(m_current));
+    m_pixels = pixels;
+    Q_EMIT Changed();
+    SetCurrent(current);
+}
+
 void ColorSamples::Clear()
 {
-    if (m_pixels.isEmpty())
-        return;
-    m_pixels.clear();
-    Q_EMIT Changed();
-    SetCurrent(-1);
+    Set({});
 }
 
 void ColorSamples::SetCurrent(int index)

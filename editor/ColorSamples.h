@@ -6,9 +6,9 @@
 
 class Document;
 
-// The colour samples of a document: pixels whose colour is watched. They are no part of the picture, and no
-// undo step. When the document gets another size, they stay on their pixels, so that one which has gone out
-// of the picture is back when the size is. GUI thread only.
+// The colour samples of a document: pixels whose colour is watched. They are no part of the picture;
+// SampleCommand makes an undo step of a change. When the document gets another size, they stay on their
+// pixels, so that one which has gone out of the picture is back when the size is. GUI thread only.
 class ColorSamples : public QObject
 {
     Q_OBJECT
@@ -19,10 +19,12 @@ public:
     // Those of the document, which they belong to.
     static ColorSamples* Of(Document* document);
 
+    Document* GetDocument() const;
     int Count() const;
     bool IsFull() const;
     // The index must be valid.
     QPoint GetPixel(int index) const;
+    QVector<QPoint> GetPixels() const;
     // The one that is worked with; -1 for none.
     int GetCurrent() const;
 
@@ -32,6 +34,8 @@ public:
     void Move(int index, const QPoint& pixel);
     // Those behind it move up.
     void Remove(int index);
+    // All at once, at most as many as there may be. The current one stays so, where it is still there.
+    void Set(const QVector<QPoint>& pixels);
 
 public Q_SLOTS:
     void Clear();
@@ -47,6 +51,7 @@ Q_SIGNALS:
 private:
     explicit ColorSamples(Document* document);
 
+    Document* m_pDocument;
     QVector<QPoint> m_pixels;
     int m_current = -1;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <QSize>
 #include <QString>
 
@@ -18,3 +19,13 @@ QString WhyNoMoreLayer(const QSize& size);
 QString WhyNotSelected(const QSize& size);
 // Says that it stays as it is.
 QString NoMemoryForSelection();
+// Whether a selection of that size can be worked on; if not, the signal Message of the speaker says why.
+// Asked first, since a mask that could not be made would look like one in which nothing is selected.
+template <typename Speaker>
+bool HasRoomForSelection(const QSize& size, Speaker* speaker)
+{
+    const QString reason = WhyNotSelected(size);
+    if (!reason.isEmpty())
+        Q_EMIT speaker->Message(reason);
+    return reason.isEmpty();
+}

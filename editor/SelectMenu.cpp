@@ -135,13 +135,9 @@ QAction* SelectMenu::Add(const QString& text, const QKeySequence& key, Slot slot
     return action;
 }
 
-// A mask that could not be made would look like one in which nothing is selected.
 bool SelectMenu::HasRoom()
 {
-    const QString reason = WhyNotSelected(m_pDocument->GetPixels()->GetSize());
-    if (!reason.isEmpty())
-        Q_EMIT Message(reason);
-    return reason.isEmpty();
+    return HasRoomForSelection(m_pDocument->GetPixels()->GetSize(), this);
 }
 
 void SelectMenu::Push(const QString& name, const QImage& mask)

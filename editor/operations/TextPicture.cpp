@@ -334,19 +334,26 @@ bool FindText(const QImage& layer, const TextDescription& description, QPoint* w
     const QPoint corner = picture.corner;
     const QPoint ink = InkOf(layer, visible);
     const QRgb color = *PixelAt(layer, ink);
-    bool isFound = false;
+    QVector<QPoint> ways;
     for (int y = 0; y <= picture.image.height() - visible.height(); ++y)
     {
         for (int x = 0; x <= picture.image.width() - visible.width(); ++x)
         {
-            picture.corner = visible.topLeft() - QPoint(x, y);
-            const QPoint there = picture.corner - corner;
-            const bool isNearer = !isFound || there.manhattanLength() < way->manhattanLength();
-            if (!isNearer || *PixelAt(picture.image, ink - picture.corner) != color || !Shows(layer, picture))
-                continue;
-            *way = there;
-            isFound = true;
+            const QPoint there = visible.topLeft() - QPoint(x, y);
+            if (*PixelAt(picture.image, ink - there) == color)
+                ways.append(there - corner);
         }
     }
-    return isFound;
+    const auto isNearer = [](const QPoint& one, const QPoint& other)
+    { return one.manhattanLength() < other.manhattanLength(); };
+    std::stable_sort(ways.begin(), ways.end(), isNearer);
+    const auto shows = [&](const QPoint& there)
+    {
+        picture.corner = corner + there;
+        return Shows(layer, picture);
+    };
+    const auto found = std::find_if(ways.cbegin(), ways.cend(), shows);
+    if (found != ways.cend())
+        *way = *found;
+    return found != ways.cend();
 }

@@ -9,6 +9,7 @@
 #include "KXDocumentInterface.h"
 #include "LayerSample.h"
 #include "NVColorSamplerToolbar.h"
+#include "SampleCommand.h"
 
 namespace
 {
@@ -88,27 +89,22 @@ void ColorSamplerTool::StoreValues()
 
 bool ColorSamplerTool::Cancel()
 {
-    if (!m_cleared.isEmpty())
-    {
-        Restore();
-        return true;
-    }
     if (m_dragged < 0)
         return false;
-    const int dragged = m_dragged;
+    // What is as it was makes no step.
+    if (m_pSamples)
+        m_pSamples->Set(m_before);
     Finish();
-    if (m_pSamples && m_isNew)
-        m_pSamples->Remove(dragged);
-    else if (m_pSamples)
-        m_pSamples->Move(dragged, m_before);
     return true;
 }
 
 void ColorSamplerTool::Finish()
 {
+    const bool isDragged = m_dragged >= 0;
     m_dragged = -1;
-    m_cleared.clear();
     SetEscapeLive(false);
+    if (isDragged && m_pSamples)
+        PushSamples(m_pSamples, m_isNew ? tr("Add Colour Sample") : tr("Move Colour Sample"), m_before);
 }
 
 QWidget* ColorSamplerTool::CreateBar()
@@ -143,17 +139,19 @@ void ColorSamplerTool::Equip(NVDocumentView* view)
 {
     view->SetToolCursor(Qt::CrossCursor);
     view->SetOverlay([this](QPainter& painter) { DrawMarks(painter); });
-    m_drawn = GetPixels();
+    m_drawn = m_pSamples ? m_pSamples->GetPixels() : QVector<QPoint>();
 }
 
 void ColorSamplerTool::Pressed(const CanvasPoint& point)
 {
     if (point.button != Qt::LeftButton || !m_pSamples)
         return;
+    const QVector<QPoint> before = m_pSamples->GetPixels();
     const int found = SampleAt(point.position);
     if (point.modifiers.testFlag(Qt::AltModifier))
     {
         m_pSamples->Remove(found);
+        PushSamples(m_pSamples, tr("Delete Colour Sample"), before);
         return;
     }
     const QPoint pixel = PixelAt(point.position);
@@ -166,8 +164,8 @@ void ColorSamplerTool::Pressed(const CanvasPoint& point)
                            .arg(ColorSamples::MAX_SAMPLES));
         return;
     }
+    m_before = before;
     m_dragged = m_isNew ? m_pSamples->Add(pixel) : found;
-    m_before = m_pSamples->GetPixel(m_dragged);
     m_pSamples->SetCurrent(m_dragged);
     SetEscapeLive(true);
 }
@@ -201,34 +199,27 @@ void ColorSamplerTool::OnSizeChosen(int index)
 
 void ColorSamplerTool::OnClear()
 {
-    const QVector<QPoint> cleared = GetPixels();
-    if (cleared.isEmpty())
+    if (!m_pSamples)
         return;
+    const QVector<QPoint> before = m_pSamples->GetPixels();
     m_pSamples->Clear();
-    m_cleared = cleared;
-    SetEscapeLive(true);
-    Q_EMIT Message(tr("All samples were deleted. Escape brings them back."));
+    PushSamples(m_pSamples, tr("Delete All Colour Samples"), before);
 }
 
 void ColorSamplerTool::OnSamplesChanged()
 {
-    if (m_dragged >= m_pSamples->Count() || !m_cleared.isEmpty())
-        Finish();
+    // They have gone in another way.
+    if (m_dragged >= m_pSamples->Count())
+    {
+        m_dragged = -1;
+        SetEscapeLive(false);
+    }
     GetSamplerBar()->SetClearEnabled(m_pSamples->Count() > 0);
     if (!IsActive() || !GetView())
         return;
     UpdateMarks();
-    m_drawn = GetPixels();
+    m_drawn = m_pSamples->GetPixels();
     UpdateMarks();
-}
-
-void ColorSamplerTool::Restore()
-{
-    const QVector<QPoint> cleared = m_cleared;
-    Finish();
-    for (int i = 0; m_pSamples && i < cleared.size(); ++i)
-        m_pSamples->Add(cleared.at(i));
-    Q_EMIT Message(QString());
 }
 
 int ColorSamplerTool::SampleAt(const QPointF& position) const
@@ -253,14 +244,6 @@ void ColorSamplerTool::UpdateMarks() const
 {
     for (const QPoint& pixel : m_drawn)
         GetView()->UpdateOverlay(AreaOfMark(PlaceOf(pixel)));
-}
-
-QVector<QPoint> ColorSamplerTool::GetPixels() const
-{
-    QVector<QPoint> pixels;
-    for (int i = 0; m_pSamples && i < m_pSamples->Count(); ++i)
-        pixels += m_pSamples->GetPixel(i);
-    return pixels;
 }
 
 void ColorSamplerTool::DrawMarks(QPainter& painter) const

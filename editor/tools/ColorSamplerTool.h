@@ -26,8 +26,7 @@ public:
     QString GetPictureName() const override;
     QKeySequence GetKey() const override;
     void StoreValues() override;
-    // The sample that is being dragged goes back to where it was, one that is new goes. Those that the bar
-    // has deleted come back, until something else is done with the tool.
+    // The sample that is being dragged goes back to where it was, one that is new goes.
     bool Cancel() override;
     void Finish() override;
 
@@ -51,10 +50,8 @@ private Q_SLOTS:
 private:
     // The topmost one that the pointer takes; -1 for none.
     int SampleAt(const QPointF& position) const;
-    void Restore();
     QPointF PlaceOf(const QPoint& pixel) const;
     void UpdateMarks() const;
-    QVector<QPoint> GetPixels() const;
     void DrawMarks(QPainter& painter) const;
 
     QSettings* m_pSettings;
@@ -63,7 +60,6 @@ private:
     QVector<QPoint> m_drawn;
     int m_dragged = -1;
     bool m_isNew = false;
-    QPoint m_before;
-    // Deleted all together, and still to be had back.
-    QVector<QPoint> m_cleared;
+    // The samples before the drag.
+    QVector<QPoint> m_before;
 };

@@ -7,6 +7,7 @@
 #include "ContentCommand.h"
 #include "Document.h"
 #include "KXDocumentInterface.h"
+#include "MemoryRoom.h"
 #include "SelectionOutline.h"
 
 namespace
@@ -269,6 +270,8 @@ void ContentTool::Render(Outcome& outcome, const LiftedContent& content, const Q
     const PlacedImage picture = ResampleAffine(content.picture, transform, bounds, progress);
     const bool isInSight = transform.mapRect(QRectF(content.picture.GetRect())).intersects(bounds);
     if (cancelled || (isInSight && picture.image.isNull()))
+        return;
+    if (!content.selection.isNull() && !WhyNotSelected(content.selection.size()).isEmpty())
         return;
     outcome.selection = TransformSelection(content.selection, transform, progress);
     if (cancelled)

@@ -331,13 +331,9 @@ void SelectionTool::MoveSelection(const QPoint& way, int mergeNumber)
                       MoveMask(GetDocument()->GetPixels()->GetSelectionMask(), way), mergeNumber);
 }
 
-// A mask that could not be made would look like one in which nothing is selected.
 bool SelectionTool::HasRoom()
 {
-    const QString reason = WhyNotSelected(GetDocument()->GetPixels()->GetSize());
-    if (!reason.isEmpty())
-        Q_EMIT Message(reason);
-    return reason.isEmpty();
+    return HasRoomForSelection(GetDocument()->GetPixels()->GetSize(), this);
 }
 
 void SelectionTool::DrawShape(QPainter& painter) const

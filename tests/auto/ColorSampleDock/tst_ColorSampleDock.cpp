@@ -5,6 +5,7 @@
 #include <QListView>
 #include <QMainWindow>
 #include <QMenu>
+#include <QUndoStack>
 
 #include "ColorSamples.h"
 #include "Document.h"
@@ -46,6 +47,13 @@ struct Host
         for (const QModelIndex& index : List()->selectionModel()->selectedIndexes())
             rows.append(index.row());
         return rows;
+    }
+    // The name of the last step, which it takes back.
+    QString Undo() const
+    {
+        const QString name = document->GetUndoStack()->undoText();
+        document->GetUndoStack()->undo();
+        return name;
     }
     void Choose(int row, const QString& entry)
     {
@@ -123,6 +131,8 @@ private Q_SLOTS:
 
         QCOMPARE(host.Samples()->Count(), 2);
         QCOMPARE(host.Samples()->GetPixel(1), QPoint(2, 2));
+        QCOMPARE(host.Undo(), QString("Delete Colour Sample"));
+        QCOMPARE(host.Samples()->GetPixel(1), QPoint(1, 1));
     }
 
     void menuDeletesAll()
@@ -134,6 +144,8 @@ private Q_SLOTS:
 
         QCOMPARE(host.Samples()->Count(), 0);
         QCOMPARE(host.List()->model()->rowCount(), 0);
+        QCOMPARE(host.Undo(), QString("Delete All Colour Samples"));
+        QCOMPARE(host.List()->model()->rowCount(), 3);
     }
 
     void emptyAreaHasNoMenu()

@@ -51,7 +51,7 @@ private Q_SLOTS:
         QCOMPARE(host.Places(), QList<QPoint>({QPoint(50, 60), QPoint(150, 60)}));
         QCOMPARE(host.Samples()->GetCurrent(), 1);
         QVERIFY(host.Clear()->isEnabled());
-        QCOMPARE(host.steps()->count(), 0);
+        QCOMPARE(host.steps()->count(), 2);
     }
 
     void clickOutsidePlacesNone()
@@ -171,66 +171,79 @@ private Q_SLOTS:
         QVERIFY(!host.Clear()->isEnabled());
     }
 
-    void clearedSamplesComeBack_data()
+    void everyActIsAStepThatCanBeTakenBack_data()
     {
-        QTest::addColumn<QString>("way");
-        for (const char* way : {"escape", "cancel", "undo"})
-            QTest::newRow(way) << way;
+        QTest::addColumn<QString>("act");
+        QTest::addColumn<QList<QPoint>>("after");
+        QTest::newRow("Add Colour Sample")
+            << "add" << QList<QPoint>({QPoint(50, 60), QPoint(150, 60), QPoint(90, 20)});
+        QTest::newRow("Move Colour Sample") << "move" << QList<QPoint>({QPoint(90, 110), QPoint(150, 60)});
+        QTest::newRow("Delete Colour Sample") << "delete" << QList<QPoint>({QPoint(150, 60)});
+        QTest::newRow("Delete All Colour Samples") << "clear" << QList<QPoint>();
     }
-    void clearedSamplesComeBack()
+    void everyActIsAStepThatCanBeTakenBack()
     {
-        QFETCH(const QString, way);
+        QFETCH(const QString, act);
+        QFETCH(const QList<QPoint>, after);
         Host host(settings());
         host.click(50, 60);
         host.click(150, 60);
-        SignalLog log(host.tool.get());
-        QTest::mouseClick(host.Clear(), Qt::LeftButton);
-        QVERIFY(host.tool->CanCancel());
-        QCOMPARE(log.Entries().constLast(),
-                 QString("Message(\"All samples were deleted. Escape brings them back.\")"));
+        const QList<QPoint> before = host.Places();
+        QCOMPARE(host.steps()->count(), 2);
 
-        if (way == "escape")
-            QTest::keyClick(host.view, Qt::Key_Escape);
-        else if (way == "cancel")
-            QVERIFY(host.tool->Cancel());
+        if (act == "add")
+            host.click(90, 20);
+        else if (act == "move")
+        {
+            host.press(50, 60);
+            host.move(90, 110);
+            host.release(90, 110);
+        }
+        else if (act == "delete")
+            host.click(50, 60, Qt::AltModifier);
         else
-            QVERIFY(host.tool->Undo());
+            QTest::mouseClick(host.Clear(), Qt::LeftButton);
 
-        QCOMPARE(host.Places(), QList<QPoint>({QPoint(50, 60), QPoint(150, 60)}));
+        QCOMPARE(host.Places(), after);
+        QCOMPARE(host.steps()->count(), 3);
+        QCOMPARE(host.steps()->undoText(), QString(QTest::currentDataTag()));
+        host.steps()->undo();
+        QCOMPARE(host.Places(), before);
         QVERIFY(host.Clear()->isEnabled());
-        QVERIFY(!host.tool->CanCancel());
-        QCOMPARE(log.Entries().constLast(), QString("Message(\"\")"));
-        QVERIFY(!host.tool->Cancel());
-        // They are no change of the document.
-        QVERIFY(!host.document->IsModified());
-        QCOMPARE(host.steps()->count(), 0);
+        host.steps()->redo();
+        QCOMPARE(host.Places(), after);
+        QCOMPARE(host.Clear()->isEnabled(), !after.isEmpty());
     }
 
-    void clearedSamplesAreGoneWhenItGoesOn_data()
+    void whatChangesNothingIsNoStep()
     {
-        QTest::addColumn<QString>("way");
-        for (const char* way : {"click", "sample from elsewhere", "other tool", "other canvas"})
-            QTest::newRow(way) << way;
-    }
-    void clearedSamplesAreGoneWhenItGoesOn()
-    {
-        QFETCH(const QString, way);
         Host host(settings());
         host.click(50, 60);
-        QTest::mouseClick(host.Clear(), Qt::LeftButton);
+        QCOMPARE(host.steps()->count(), 1);
 
-        if (way == "click")
-            host.click(150, 60);
-        else if (way == "sample from elsewhere")
-            host.Samples()->Add(QPoint(150, 60));
-        else if (way == "other tool")
-            host.tool->Deactivate();
-        else
-            host.tool->SetCanvas(nullptr, nullptr);
+        host.click(52, 61);
+        host.click(250, 150, Qt::AltModifier);
+        host.press(50, 60);
+        host.move(90, 110);
+        QVERIFY(host.tool->Undo());
+        host.release(90, 110);
 
-        QVERIFY(!host.tool->CanCancel());
-        QVERIFY(!host.tool->Cancel());
-        QVERIFY(!host.Places().contains(QPoint(50, 60)));
+        QCOMPARE(host.Places(), QList<QPoint>({QPoint(50, 60)}));
+        QCOMPARE(host.steps()->count(), 1);
+    }
+
+    void otherToolEndsADragWithAStep()
+    {
+        Host host(settings());
+        host.press(50, 60);
+        host.move(90, 110);
+
+        host.tool->Deactivate();
+
+        QCOMPARE(host.steps()->count(), 1);
+        QCOMPARE(host.Places(), QList<QPoint>({QPoint(90, 110)}));
+        host.steps()->undo();
+        QCOMPARE(host.Places(), QList<QPoint>());
     }
 
     void samplesDeletedElsewhereEndADrag()

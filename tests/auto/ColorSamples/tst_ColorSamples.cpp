@@ -141,6 +141,37 @@ private Q_SLOTS:
         QCOMPARE(host.log.Entries(), QStringList({"Changed()", "CurrentChanged(-1)"}));
     }
 
+    void setKeepsTheCurrentOne_data()
+    {
+        QTest::addColumn<QVector<QPoint>>("pixels");
+        QTest::addColumn<int>("current");
+        const QPoint a(0, 0);
+        const QPoint b(1, 1);
+        const QPoint c(2, 2);
+        QTest::newRow("moved") << QVector<QPoint>({a, QPoint(9, 9), c}) << 1;
+        QTest::newRow("one before it is gone") << QVector<QPoint>({b, c}) << 0;
+        QTest::newRow("one before it is new") << QVector<QPoint>({c, a, b, c}) << 2;
+        QTest::newRow("it is gone") << QVector<QPoint>({a, c}) << -1;
+        QTest::newRow("all are gone") << QVector<QPoint>() << -1;
+    }
+    void setKeepsTheCurrentOne()
+    {
+        QFETCH(const QVector<QPoint>, pixels);
+        Host host;
+        for (int i = 0; i < 3; ++i)
+            host.samples->Add(QPoint(i, i));
+        host.samples->SetCurrent(1);
+        host.log.Clear();
+
+        host.samples->Set(pixels);
+        host.samples->Set(pixels);
+        host.samples->Set(QVector<QPoint>(11));
+
+        QCOMPARE(host.samples->GetPixels(), pixels);
+        QTEST(host.samples->GetCurrent(), "current");
+        QCOMPARE(host.log.Count("Changed"), 1);
+    }
+
     void badCurrentIsNone()
     {
         Host host;
