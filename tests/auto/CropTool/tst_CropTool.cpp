@@ -195,7 +195,9 @@ private Q_SLOTS:
     void cancelling()
     {
         QFETCH(const QString, way);
+        const QColor plain = shown(250.4, 180.4);
         drawFrame();
+        QVERIFY(shown(250.4, 180.4) != plain);
         SignalLog log(tool());
 
         if (way == "button")
@@ -219,7 +221,7 @@ private Q_SLOTS:
         QCOMPARE(composition().copy(BusyPicture().rect()), BusyPicture());
         QCOMPARE(steps()->count(), way == "other command" ? 1 : 0);
         // No overlay is left.
-        QCOMPARE(shown(250, 180), composition().pixelColor(250, 180));
+        QCOMPARE(shown(250.4, 180.4), plain);
         QVERIFY(!tool()->Cancel());
     }
 
@@ -1050,7 +1052,7 @@ private:
     QColor shown(double x, double y)
     {
         const QImage image = view()->viewport()->grab().toImage();
-        return image.pixelColor(view()->MapFromDocument(QPointF(x, y)).toPoint() * image.devicePixelRatio());
+        return image.pixelColor((view()->MapFromDocument(QPointF(x, y)) * image.devicePixelRatio()).toPoint());
     }
 
     void mouse(QEvent::Type type, double x, double y, Qt::MouseButton button, Qt::MouseButtons buttons,
