@@ -1,6 +1,6 @@
 #!/bin/bash
-# Makes the pictures of the docs anew: plays the tour offscreen, in the light theme that it begins with, and takes
-# what it needs from it into docs/pictures.
+# Makes the pictures of the docs anew: plays the tour offscreen, in the light theme that it begins with, beside a print
+# server of its own, and takes what it needs from it into docs/pictures.
 #   tools/pictures.sh [NORVANE]    the program, build/dev/bin/norvane by default
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -12,7 +12,7 @@ if [ ! -x "$norvane" ]; then
 fi
 folder=$(mktemp -d)
 trap 'rm -rf -- "$folder"' EXIT
-QT_QPA_PLATFORM=offscreen "$norvane" --tour "$folder" >"$folder/log" 2>&1 || { cat "$folder/log" >&2; exit 1; }
+QT_QPA_PLATFORM=offscreen tests/printing/with-print-server.sh "$norvane" --tour "$folder" >"$folder/log" 2>&1 || { cat "$folder/log" >&2; exit 1; }
 
 shopt -s nullglob
 # The window after the last step of that name.
@@ -24,7 +24,8 @@ done
 for panel in brush history navigator sample zoom; do
     cp -- "$folder/$panel-panel.png" docs/pictures/
 done
-for other in color-range gradient-editor warp-text; do
+for other in auto-crop batch-scan canvas-size color-range gradient-editor image-size layer-prompt print-preview \
+    warp-text; do
     cp -- "$folder/$other.png" docs/pictures/
 done
 ls -l docs/pictures

@@ -4,10 +4,13 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QTreeView>
+#include <QtMath>
 
 #include "BatchRowModel.h"
 
@@ -18,6 +21,8 @@ namespace
 const int RowsMeasured = 50;
 // Of the column of places, in letters, until somebody drags it.
 const int PlaceLetters = 20;
+// Of the chosen row's text.
+const int LinesOfRow = 4;
 
 } // namespace
 
@@ -26,12 +31,19 @@ BatchListPage::BatchListPage(const QStringList& headings, QWidget* parent)
       m_pSummary(new QLabel(this)),
       m_pView(new QTreeView(this)),
       m_pModel(new BatchRowModel(headings, this)),
+      m_pRow(new QPlainTextEdit(this)),
       m_pCopy(new QPushButton(tr("Cop&y"), this)),
       m_pSave(new QPushButton(tr("Sa&ve As..."), this))
 {
     m_pSummary->setTextFormat(Qt::PlainText);
     m_pSummary->setWordWrap(true);
     m_pSummary->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_pRow->setObjectName(QStringLiteral("m_pRow"));
+    m_pRow->setAccessibleName(tr("The chosen row in full"));
+    m_pRow->setReadOnly(true);
+    m_pRow->setTabChangesFocus(true);
+    m_pRow->setFixedHeight(LinesOfRow * fontMetrics().lineSpacing() + 2 * m_pRow->frameWidth() +
+                           qCeil(2 * m_pRow->document()->documentMargin()));
     m_pView->setModel(m_pModel);
     m_pView->setRootIsDecorated(false);
     m_pView->setUniformRowHeights(true);
@@ -50,7 +62,10 @@ BatchListPage::BatchListPage(const QStringList& headings, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_pSummary);
     layout->addWidget(m_pView);
+    layout->addWidget(m_pRow);
     layout->addLayout(buttons);
+    connect(m_pView->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &BatchListPage::ShowRow);
     connect(m_pCopy, &QPushButton::clicked, this, &BatchListPage::Copy);
     connect(m_pSave, &QPushButton::clicked, this, &BatchListPage::SaveAsked);
     SetContent(Content());
@@ -62,6 +77,8 @@ void BatchListPage::SetContent(const Content& content)
     m_pSummary->setText(content.summary);
     m_pView->setAccessibleName(content.summary);
     m_pModel->SetRows(content.count, content.row);
+    m_pView->setCurrentIndex(m_pModel->index(0, 0));
+    ShowRow();
     m_pCopy->setEnabled(bool(m_text));
     m_pSave->setEnabled(bool(m_text));
 }
@@ -84,4 +101,14 @@ bool BatchListPage::SaveText(const QString& path, QString* error) const
 void BatchListPage::Copy()
 {
     QGuiApplication::clipboard()->setText(GetText());
+}
+
+void BatchListPage::ShowRow()
+{
+    const QModelIndex current = m_pView->currentIndex();
+    QStringList columns;
+    for (int column = 0; column < m_pModel->columnCount(); ++column)
+        columns += current.sibling(current.row(), column).data().toString();
+    m_pRow->setVisible(current.isValid());
+    m_pRow->setPlainText(columns.join(QLatin1Char('\n')));
 }

@@ -6,11 +6,14 @@
 #include <functional>
 
 class QLabel;
+class QModelIndex;
+class QPlainTextEdit;
 class QPushButton;
 class BatchRowModel;
 class QTreeView;
 
-// A summary and a list of rows, which can be copied and saved as text.
+// A summary and a list of rows, which can be copied and saved as text. The row that is chosen, the first one
+// until somebody chooses, is shown in full below.
 class BatchListPage : public QWidget
 {
     Q_OBJECT
@@ -39,10 +42,14 @@ public Q_SLOTS:
 Q_SIGNALS:
     void SaveAsked();
 
+private Q_SLOTS:
+    void ShowRow();
+
 private:
     QLabel* m_pSummary;
     QTreeView* m_pView;
     BatchRowModel* m_pModel;
+    QPlainTextEdit* m_pRow;
     QPushButton* m_pCopy;
     QPushButton* m_pSave;
     std::function<QString()> m_text;

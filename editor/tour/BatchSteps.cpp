@@ -103,35 +103,44 @@ void OpenWindow(TourGuide& guide)
                 "the window is not active");
 }
 
-// Names the folder in the dialog, leaves the link out in the question, and looks at the scan on its way.
-void ScanTree(TourGuide& guide)
+// Leaves links out, if there is a question about some, and looks at the scan on its way. Its dialog gets a
+// picture of that name, if there is one.
+void WatchScan(TourGuide& guide, QWidget* dialog, const QString& picture)
 {
-    const auto watchScan = [&guide](QWidget* dialog)
+    guide.TakePicture();
+    const auto* file = dialog->findChild<QLabel*>(QStringLiteral("m_pFile"));
+    if (!file)
     {
-        const auto* label = dialog->findChild<QLabel*>(QStringLiteral("m_pFile"));
-        guide.Check(
-            guide.GetRobot().WaitFor([label] { return label->text().contains(QLatin1String("picture")); }),
-            "the dialog names no file");
-        guide.TakePicture();
-        guide.TakePictureOf(dialog, QStringLiteral("batch-scan"));
-    };
-    const auto leaveOut = [&guide, watchScan](QWidget*)
-    {
-        guide.TakePicture();
-        guide.GetRobot().WhenModal(watchScan);
+        guide.GetRobot().WhenModal([&guide, picture](QWidget* next) { WatchScan(guide, next, picture); });
         guide.GetRobot().Key(Qt::Key_Return);
-    };
+        return;
+    }
+    guide.Check(guide.GetRobot().WaitFor([file] { return file->text().contains(QLatin1Char('.')); }),
+                "the dialog names no file");
+    guide.TakePicture();
+    if (!picture.isEmpty())
+        guide.TakePictureOf(dialog, picture);
+}
+
+// Names the folder in the dialog, and sees its scan to the end.
+void AddFolder(TourGuide& guide, const QString& folder, const QString& picture = QString())
+{
     guide.GetRobot().WhenModal(
-        [&guide, leaveOut](QWidget* dialog)
+        [&guide, folder, picture](QWidget* dialog)
         {
             auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
             if (guide.Check(name, "the dialog takes no name"))
-                name->setText(Root(guide));
-            guide.GetRobot().WhenModal(leaveOut);
+                name->setText(folder);
+            guide.GetRobot().WhenModal([&guide, picture](QWidget* next) { WatchScan(guide, next, picture); });
             guide.GetRobot().Key(Qt::Key_Return);
         });
     Press(guide, "Add Folder...");
     WaitForIdle(guide);
+}
+
+void ScanTree(TourGuide& guide)
+{
+    AddFolder(guide, Root(guide), QStringLiteral("batch-scan"));
     BatchWindow* window = guide.GetWindow()->GetBatchWindow();
     const int images = Years * Months * PicturesAMonth + 1;
     guide.Check(window->GetModel()->GetFileCount() == images,
@@ -214,6 +223,22 @@ void ChangeTree(TourGuide& guide)
     guide.TakePicture();
 }
 
+// Thousands of pictures that nobody has put there for the tour.
+void ScanSystem(TourGuide& guide)
+{
+    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
+    const int before = window->GetModel()->GetFileCount();
+    AddFolder(guide, QStringLiteral("/usr/share"));
+    const int found = window->GetModel()->GetFileCount() - before;
+    guide.Check(found > 0, "no image was found");
+    auto* tree = window->findChild<BatchTreeView*>();
+    const QModelIndex last = tree->model()->index(tree->model()->rowCount() - 1, 0);
+    tree->scrollTo(last, QAbstractItemView::PositionAtTop);
+    guide.GetRobot().Click(tree->viewport(), tree->visualRect(last).center());
+    guide.GetRobot().Key(Qt::Key_Right);
+    guide.Note(QStringLiteral("%1 images").arg(found));
+}
+
 void CloseWindow(TourGuide& guide)
 {
     BatchWindow* window = guide.GetWindow()->GetBatchWindow();
@@ -234,5 +259,6 @@ void PlayBatch(TourGuide& guide)
     guide.Step("batch-tree", "The tree, with small pictures of what is to be seen", ShowTree);
     guide.Step("batch-job", "All pictures made smaller, turned and converted", RunJob);
     guide.Step("batch-change", "The filter, and a year taken off the list", ChangeTree);
+    guide.Step("batch-system", "A folder of the system, with all its images", ScanSystem);
     guide.Step("batch-close", "Back to the picture", CloseWindow);
 }

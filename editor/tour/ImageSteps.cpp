@@ -71,6 +71,7 @@ void Shrink(TourGuide& guide)
                              [&guide](NVImageSize* dialog)
                              {
                                  guide.TakePicture();
+                                 guide.TakePictureOf(dialog, QStringLiteral("image-size"));
                                  guide.TypeOver(Control<QDoubleSpinBox>(dialog, "m_pNewWidth"), "300");
                                  guide.TakePicture();
                                  guide.GetRobot().Key(Qt::Key_Return);
@@ -120,6 +121,7 @@ void GrowCanvas(TourGuide& guide)
                 guide.GetRobot().Click(anchors->childAt(anchors->width() / 2, anchors->height() * 5 / 6));
             guide.Check(dialog->GetAnchor() == KXAnchorSelection::Bottom, "a click chose another anchor");
             guide.TakePicture();
+            guide.TakePictureOf(dialog, QStringLiteral("canvas-size"));
             guide.GetRobot().Key(Qt::Key_Return);
         });
     CheckSize(guide, QSize(1500, 1000));
@@ -154,6 +156,7 @@ void CropCanvas(TourGuide& guide)
             guide.Check(guide.GetRobot().WaitFor([&guide] { return ShownFrame(guide).left() == 0; }),
                         "the frame does not follow the dialog");
             guide.TakePicture();
+            guide.TakePictureOf(dialog, QStringLiteral("auto-crop"));
             guide.SetChecked(Control<QCheckBox>(dialog, "m_pLeft"), true);
             guide.SetChecked(Control<QRadioButton>(dialog, "m_pTransparent"), true);
             guide.Check(guide.GetRobot().WaitFor([&] { return ShownFrame(guide) == expected; }),
@@ -201,6 +204,7 @@ void SavePrompted(TourGuide& guide, const std::function<void(QWidget*)>& act)
         {
             guide.Check(qobject_cast<NVIncompleteDocumentInfo*>(window), "another dialog came");
             guide.TakePicture();
+            guide.TakePictureOf(window, QStringLiteral("layer-prompt"));
             act(window);
         });
     guide.GetRobot().Key(Qt::Key_S, Qt::ControlModifier);

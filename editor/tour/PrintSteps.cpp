@@ -109,7 +109,7 @@ QImage PreviewOf(const NVPrintPreviewDialog* dialog)
 }
 
 // A4 upright, the whole sheet in view, and the picture, which is wide, turned to fit between the margins.
-void SetUpPage(TourGuide& guide, const NVPrintPreviewDialog* dialog)
+void SetUpPage(TourGuide& guide, NVPrintPreviewDialog* dialog)
 {
     ChooseText(guide, Control<QComboBox>(dialog, "m_pPrinter"), "Colour");
     ChooseText(guide, Control<QComboBox>(dialog, "m_pPageSize"), "A4");
@@ -120,6 +120,7 @@ void SetUpPage(TourGuide& guide, const NVPrintPreviewDialog* dialog)
     guide.SetChecked(Control<QRadioButton>(dialog, "m_pFitToPage"), true);
     guide.Check(dialog->CalcAffineTransformation().isRotating(), "the picture is not turned");
     guide.TakePicture();
+    guide.TakePictureOf(dialog, QStringLiteral("print-preview"));
 }
 
 void TryScaleAndMargins(TourGuide& guide, const NVPrintPreviewDialog* dialog)
@@ -196,7 +197,7 @@ void PrintPage(TourGuide& guide)
     guide.GetRobot().WhenModal(
         [&](QWidget* window)
         {
-            const auto* dialog = qobject_cast<NVPrintPreviewDialog*>(window);
+            auto* dialog = qobject_cast<NVPrintPreviewDialog*>(window);
             if (!guide.Check(dialog, "another dialog came"))
             {
                 guide.GetRobot().Key(Qt::Key_Escape);

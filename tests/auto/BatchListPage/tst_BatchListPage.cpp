@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -52,6 +53,32 @@ private Q_SLOTS:
         QCOMPARE(header->length(), view->viewport()->width());
         header->resizeSection(1, header->sectionSize(1) + 50);
         QCOMPARE(header->length(), view->viewport()->width());
+    }
+
+    void chosenRowIsShownInFull()
+    {
+        BatchListPage page({"A", "B"});
+        const auto* row = page.findChild<QPlainTextEdit*>("m_pRow");
+        QVERIFY(row->isHidden());
+        const QString place = QString(60, 'p');
+        page.SetContent({"2 rows", 2,
+                         [place](int i) {
+                             return QStringList({QString::number(i), place});
+                         },
+                         nullptr});
+        page.resize(200, 300);
+        page.show();
+        QVERIFY(QTest::qWaitForWindowActive(&page));
+        QVERIFY(row->isVisible());
+        QCOMPARE(row->toPlainText(), "0\n" + place);
+
+        auto* view = page.findChild<QTreeView*>();
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          view->visualRect(view->model()->index(1, 0)).center());
+        QCOMPARE(row->toPlainText(), "1\n" + place);
+        page.SetContent({});
+
+        QVERIFY(row->isHidden());
     }
 
     void copyTakesTheText()

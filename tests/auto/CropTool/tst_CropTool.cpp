@@ -1052,7 +1052,8 @@ private:
     QColor shown(double x, double y)
     {
         const QImage image = view()->viewport()->grab().toImage();
-        return image.pixelColor((view()->MapFromDocument(QPointF(x, y)) * image.devicePixelRatio()).toPoint());
+        return image.pixelColor(
+            (view()->MapFromDocument(QPointF(x, y)) * image.devicePixelRatio()).toPoint());
     }
 
     void mouse(QEvent::Type type, double x, double y, Qt::MouseButton button, Qt::MouseButtons buttons,
