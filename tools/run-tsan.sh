@@ -16,6 +16,6 @@ run=()
 if setarch "$(uname -m)" -R true 2>/dev/null; then
     run=(setarch "$(uname -m)" -R)
 fi
-TSAN_OPTIONS=exitcode=66:history_size=7 \
+TSAN_OPTIONS=exitcode=66:history_size=7:suppressions=$PWD/tests/support/tsan.supp \
     QT_PLUGIN_PATH=$(qmake -qt=5 -query QT_INSTALL_PLUGINS) \
     "${run[@]}" ctest --test-dir build/tsan -L '^threaded$' --output-on-failure --no-tests=error

@@ -91,6 +91,27 @@ void ForRows(int rows, const Work& work)
     RunParallel(BandsOf(rows), band);
 }
 
+// Each pixel times its weight, which is the mask or, with 255 to flip it, what the mask leaves. Masks are
+// mostly long runs of all or nothing.
+void WeighRow(const QRgb* from, const uchar* mask, uchar flip, QRgb* to, int count)
+{
+    for (int x = 0; x < count;)
+    {
+        const uchar value = mask[x];
+        const int end =
+            int(std::find_if(mask + x, mask + count, [value](uchar other) { return other != value; }) - mask);
+        const uchar weight = value ^ flip;
+        if (weight == 0)
+            std::fill(to + x, to + end, 0);
+        else if (weight == 255)
+            std::copy(from + x, from + end, to + x);
+        else
+            std::transform(from + x, from + end, to + x,
+                           [weight](QRgb color) { return Scaled(color, weight); });
+        x = end;
+    }
+}
+
 QImage Selected(const QImage& layer, const QImage& selection, const QRect& bounds)
 {
     QImage picture(bounds.size(), QImage::Format_ARGB32_Premultiplied);
@@ -102,8 +123,7 @@ QImage Selected(const QImage& layer, const QImage& selection, const QRect& bound
         const QRgb* from = LineOf(layer, bounds.top() + y) + bounds.left();
         const uchar* mask = selection.constScanLine(bounds.top() + y) + bounds.left();
         QRgb* to = reinterpret_cast<QRgb*>(corner + qsizetype(y) * picture.bytesPerLine());
-        for (int x = 0; x < bounds.width(); ++x)
-            to[x] = Scaled(from[x], mask[x]);
+        WeighRow(from, mask, 0, to, bounds.width());
     };
     ForRows(bounds.height(), work);
     return picture;
@@ -121,8 +141,7 @@ QImage Unselected(const QImage& layer, const QImage& selection)
         const QRgb* from = LineOf(layer, y);
         const uchar* mask = selection.constScanLine(y);
         QRgb* to = reinterpret_cast<QRgb*>(corner + qsizetype(y) * rest.bytesPerLine());
-        for (int x = 0; x < layer.width(); ++x)
-            to[x] = Scaled(from[x], 255u - mask[x]);
+        WeighRow(from, mask, 255, to, layer.width());
     };
     ForRows(layer.height(), work);
     return rest;
