@@ -28,7 +28,7 @@ NVSelectColorRange* Panel(const TourGuide& guide)
 
 int SelectionAt(const TourGuide& guide, const QPointF& point)
 {
-    const QImage mask = guide.GetDocument()->GetPixels()->GetSelectionMask();
+    const QImage mask = guide.GetPixels()->GetSelectionMask();
     const QPoint pixel = PixelOf(point);
     return mask.isNull() ? 0 : mask.constScanLine(pixel.y())[pixel.x()];
 }

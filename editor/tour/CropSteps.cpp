@@ -43,7 +43,7 @@ NVCropToolbarMain* MainBar(const TourGuide& guide)
 
 QSize SizeOf(const TourGuide& guide)
 {
-    return guide.GetDocument()->GetPixels()->GetSize();
+    return guide.GetPixels()->GetSize();
 }
 
 void CheckSize(TourGuide& guide, const QSize& size)
@@ -168,7 +168,7 @@ void HideArea(TourGuide& guide)
     guide.GetRobot().Click(Reached<QPushButton>(guide, "m_pCommit"));
     CheckSize(guide, size);
     guide.Check(qAlpha(guide.PixelAt(guide.PointAt(0.1, 0.1))) == 0, "the area outside is not hidden");
-    const KXDocumentInterface* pixels = guide.GetDocument()->GetPixels();
+    const KXDocumentInterface* pixels = guide.GetPixels();
     guide.Check(pixels->GetLayerCount() == 2 && !pixels->GetLayer(0).visible,
                 "the layer of before is not below");
     guide.TakePicture();

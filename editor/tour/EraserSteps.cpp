@@ -19,7 +19,7 @@ namespace
 
 int LayerAlphaAt(const TourGuide& guide, const QPointF& point)
 {
-    const KXDocumentInterface* pixels = guide.GetDocument()->GetPixels();
+    const KXDocumentInterface* pixels = guide.GetPixels();
     return pixels->GetLayer(pixels->GetCurrentLayer()).image.pixelColor(PixelOf(point)).alpha();
 }
 
@@ -53,7 +53,7 @@ void EraseLowest(TourGuide& guide)
 
 void PaintOnNewLayer(TourGuide& guide)
 {
-    const KXDocumentInterface* pixels = guide.GetDocument()->GetPixels();
+    const KXDocumentInterface* pixels = guide.GetPixels();
     guide.GetRobot().Key(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
     guide.Check(pixels->GetLayerCount() == 2 && pixels->GetCurrentLayer() == 1, "there is no new layer");
     guide.ChooseTool("Brush");

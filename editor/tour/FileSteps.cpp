@@ -56,7 +56,7 @@ void SaveAs(TourGuide& guide, const QString& path)
         });
     guide.GetRobot().Key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
     guide.Check(guide.GetRobot().WaitFor([&path] { return QFile::exists(path); }), "no file was written");
-    guide.Check(!guide.GetDocument()->IsModified(), "the picture still counts as changed");
+    guide.Check(!guide.NeedDocument()->IsModified(), "the picture still counts as changed");
 }
 
 void SaveAndReopen(TourGuide& guide)
@@ -73,7 +73,7 @@ void SaveAndReopen(TourGuide& guide)
     SaveAs(guide, path);
     guide.GetRobot().Key(Qt::Key_W, Qt::ControlModifier);
     guide.Drop(path);
-    guide.Check(guide.GetDocument()->GetPath() == path, "the file was not opened again");
+    guide.Check(guide.NeedDocument()->GetPath() == path, "the file was not opened again");
     guide.Check(guide.GetComposition() == painted, "the pixels are not what they were");
 }
 

@@ -214,7 +214,7 @@ void DrawType(TourGuide& guide, int type)
     guide.GetRobot().Key(Qt::Key_Return);
     guide.Check(guide.GetRobot().WaitFor([&guide, steps] { return guide.UndoSteps() == steps + 1; }),
                 "Enter did not commit");
-    guide.Check(guide.GetDocument()->GetUndoStack()->undoText() == QLatin1String("Gradient"),
+    guide.Check(guide.NeedDocument()->GetUndoStack()->undoText() == QLatin1String("Gradient"),
                 "the step has another name");
     CheckDrawn(guide, type, from, to);
 }

@@ -35,7 +35,7 @@ const int ZoomKeys = 6;
 
 QSize SizeOf(const TourGuide& guide)
 {
-    return guide.GetDocument()->GetPixels()->GetSize();
+    return guide.GetPixels()->GetSize();
 }
 
 QString Text(const QSize& size)
@@ -237,7 +237,7 @@ void Answer(TourGuide& guide, const char* text)
 
 bool IsModified(const TourGuide& guide)
 {
-    return guide.GetDocument()->IsModified();
+    return guide.NeedDocument()->IsModified();
 }
 
 void RefuseToSave(TourGuide& guide)
@@ -254,7 +254,7 @@ void RefuseToSave(TourGuide& guide)
 void SaveLayers(TourGuide& guide)
 {
     // Nothing of the person's may be written over.
-    if (!guide.Check(guide.GetDocument()->GetPath() == guide.FileFor(BalloonFile), "another picture is open"))
+    if (!guide.Check(guide.NeedDocument()->GetPath() == guide.FileFor(BalloonFile), "another picture is open"))
         return;
     guide.GetRobot().Key(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
     guide.ChooseTool("Brush");
@@ -262,7 +262,7 @@ void SaveLayers(TourGuide& guide)
     RefuseToSave(guide);
     Answer(guide, "Save");
     guide.Check(!IsModified(guide), "the picture was not saved");
-    guide.Check(guide.GetDocument()->GetPixels()->GetLayerCount() == 2, "the layers are gone");
+    guide.Check(guide.GetPixels()->GetLayerCount() == 2, "the layers are gone");
 }
 
 void SaveLayersAs(TourGuide& guide)
@@ -283,7 +283,7 @@ void SaveLayersAs(TourGuide& guide)
                              guide.GetRobot().Key(Qt::Key_Return);
                          });
                  });
-    guide.Check(QFile::exists(path) && guide.GetDocument()->GetPath() == path, "no other file was written");
+    guide.Check(QFile::exists(path) && guide.NeedDocument()->GetPath() == path, "no other file was written");
     guide.Check(!IsModified(guide), "the picture was not saved");
 }
 

@@ -132,7 +132,7 @@ void SampleColors(TourGuide& guide, const LighthousePicture& picture)
     guide.TakePicture();
     for (const QPointF& point : {picture.sky, picture.lamp, picture.rock, picture.foot})
         guide.ClickAt(point);
-    const ColorSamples* samples = ColorSamples::Of(guide.GetDocument());
+    const ColorSamples* samples = ColorSamples::Of(guide.NeedDocument());
     guide.Check(samples->Count() == 4, QStringLiteral("there are %1 samples").arg(samples->Count()));
     DragSample(guide, picture.foot, picture.foot - QPointF(0, 160));
     guide.ClickAt(picture.rock, Qt::AltModifier);
@@ -158,7 +158,7 @@ void Straighten(TourGuide& guide, const QSize& size)
     const QLineF horizon = SlantOf(size).map(Horizon);
     guide.GetRobot().Drag(guide.GetView(), {horizon.p1(), horizon.center(), horizon.p2()});
     guide.GetRobot().Settle();
-    const QLineF line = RulerLine::Of(guide.GetDocument())->Get();
+    const QLineF line = RulerLine::Of(guide.NeedDocument())->Get();
     guide.Check(std::abs(SlopeOf(line.p1(), line.p2()) - Slant) < 0.5, "the line has another slope");
     guide.Check(TextOf(bar, "m_pLength") == QString::number(line.length(), 'f', 1),
                 "the bar tells another length");

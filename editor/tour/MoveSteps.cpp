@@ -63,7 +63,7 @@ void MoveSelected(TourGuide& guide, const LighthousePicture& picture)
     guide.ChooseTool("Rectangular Selection");
     guide.Stroke(guide.HitPoint(tower.topLeft()), guide.HitPoint(tower.bottomRight()));
     guide.Check(guide.GetRobot().WaitFor(
-                    [&guide] { return !guide.GetDocument()->GetPixels()->GetSelectionMask().isNull(); }),
+                    [&guide] { return !guide.GetPixels()->GetSelectionMask().isNull(); }),
                 "nothing was selected");
     guide.ChooseTool("Move");
     guide.FocusCanvas();
@@ -77,7 +77,7 @@ void MoveSelected(TourGuide& guide, const LighthousePicture& picture)
         guide.GetRobot().Key(Qt::Key_Down, Qt::ShiftModifier);
     guide.GetRobot().Key(Qt::Key_Right);
     guide.Check(IsDone(guide, steps + 2), "the arrow keys are not one step");
-    const QImage mask = guide.GetDocument()->GetPixels()->GetSelectionMask();
+    const QImage mask = guide.GetPixels()->GetSelectionMask();
     guide.Check(qGray(mask.pixel(PixelOf(tower.center()))) == 0 &&
                     qGray(mask.pixel(PixelOf(tower.center() + QPointF(421, 30)))) == 255,
                 "the selection did not go along");
@@ -123,7 +123,7 @@ void TransformTower(TourGuide& guide, const LighthousePicture& picture)
     guide.Check(guide.UndoSteps() == steps, "it was drawn before it was applied");
     guide.GetRobot().Key(Qt::Key_Return);
     guide.Check(IsDone(guide, steps + 1), "Enter did not apply it");
-    guide.Check(guide.GetDocument()->GetUndoStack()->undoText() == QLatin1String("Free Transform"),
+    guide.Check(guide.NeedDocument()->GetUndoStack()->undoText() == QLatin1String("Free Transform"),
                 "the step has another name");
     guide.TakePicture();
     guide.Undo();

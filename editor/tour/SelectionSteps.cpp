@@ -26,7 +26,7 @@ NVSelectionToolbar* Bar(const TourGuide& guide)
 
 QImage Mask(const TourGuide& guide)
 {
-    return guide.GetDocument()->GetPixels()->GetSelectionMask();
+    return guide.GetPixels()->GetSelectionMask();
 }
 
 int At(const TourGuide& guide, const QPointF& point)
@@ -118,7 +118,7 @@ void SoftCorners(TourGuide& guide, const LighthousePicture& picture)
     guide.TakePicture();
     guide.ChooseTool("Fill");
     guide.ClickAt(picture.sky);
-    guide.Check(guide.GetRobot().WaitFor([&] { return !guide.GetDocument()->GetPixels()->IsBeingEdited(); }),
+    guide.Check(guide.GetRobot().WaitFor([&] { return !guide.GetPixels()->IsBeingEdited(); }),
                 "the fill does not end");
     guide.TakePicture();
     guide.Undo();

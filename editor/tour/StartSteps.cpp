@@ -58,7 +58,7 @@ void OpenPicture(TourGuide& guide)
     guide.GetRobot().ForgetModal();
     if (!guide.Check(guide.GetDocument(), "no document is open"))
         return;
-    const QSize size = guide.GetDocument()->GetPixels()->GetSize();
+    const QSize size = guide.GetPixels()->GetSize();
     guide.Note(QStringLiteral("%1 x %2 pixels, opened in %3 ms")
                    .arg(size.width())
                    .arg(size.height())

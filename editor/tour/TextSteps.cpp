@@ -126,7 +126,7 @@ void CommitText(TourGuide& guide)
     guide.TakePicture();
     guide.Undo();
     guide.Check(guide.GetComposition() != typed, "the text cannot be undone");
-    guide.GetDocument()->GetUndoStack()->redo();
+    guide.NeedDocument()->GetUndoStack()->redo();
     guide.Check(guide.GetComposition() == typed, "the text cannot be redone");
 }
 
@@ -146,7 +146,7 @@ void OpenAgain(TourGuide& guide)
 void Flatten(TourGuide& guide)
 {
     const QImage before = guide.GetComposition().copy();
-    const KXDocumentInterface* pixels = guide.GetDocument()->GetPixels();
+    const KXDocumentInterface* pixels = guide.GetPixels();
     guide.OpenMenu(Qt::Key_L);
     guide.TakePicture();
     guide.PressEntry(Qt::Key_F);
@@ -158,7 +158,7 @@ void Flatten(TourGuide& guide)
     guide.TakePicture();
     guide.Undo();
     guide.Check(pixels->GetLayerCount() == 2, "the layers do not come back");
-    guide.GetDocument()->GetUndoStack()->redo();
+    guide.NeedDocument()->GetUndoStack()->redo();
 }
 
 } // namespace

@@ -83,7 +83,7 @@ QList<QWidget*> ShowBar(TourGuide& guide, Tool* tool, const QString& theme)
     guide.GetRobot().DragOn(
         guide.GetView()->viewport(),
         {OnCanvas(guide, 0.4, 0.4), OnCanvas(guide, 0.5, 0.5), OnCanvas(guide, 0.6, 0.5)});
-    const KXDocumentInterface* pixels = guide.GetDocument()->GetPixels();
+    const KXDocumentInterface* pixels = guide.GetPixels();
     guide.Check(guide.GetRobot().WaitFor([pixels] { return !pixels->IsBeingEdited(); }),
                 "the tool does not come to an end");
     QWidget* used = tool->GetBar();

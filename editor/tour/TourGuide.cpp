@@ -78,6 +78,7 @@ TourGuide::TourGuide(const QString& folder, const QString& picture) : m_report(f
     m_pSettings->setValue(QStringLiteral("files/folder"), m_files.path());
     m_pWindow = std::make_unique<MainWindow>(m_pSettings.get());
     m_robot.SetHome(m_pWindow.get());
+    m_robot.SetReport([this](const QString& reason) { Fail(reason); });
 }
 
 TourGuide::~TourGuide() = default;
@@ -107,14 +108,24 @@ Document* TourGuide::GetDocument() const
     return m_pWindow->GetDocument();
 }
 
+Document* TourGuide::NeedDocument() const
+{
+    return Needed(GetDocument(), "no document is open");
+}
+
+KXDocumentInterface* TourGuide::GetPixels() const
+{
+    return NeedDocument()->GetPixels();
+}
+
 NVDocumentView* TourGuide::GetView() const
 {
-    return m_pWindow->GetView();
+    return Needed(m_pWindow->GetView(), "no document is open");
 }
 
 const QImage& TourGuide::GetComposition() const
 {
-    return GetDocument()->GetPixels()->GetComposition();
+    return GetPixels()->GetComposition();
 }
 
 QString TourGuide::FileFor(const QString& name) const
@@ -124,17 +135,35 @@ QString TourGuide::FileFor(const QString& name) const
 
 void TourGuide::Step(const char* name, const char* caption, const Act& act)
 {
+    // What came too late for the step before.
+    if (m_report.HasFailed())
+        m_robot.ClearScreen();
     m_report.Begin(QString::fromLatin1(name), QString::fromLatin1(caption));
     // After a dialog, a window manager may leave it to the person to make the window active again.
     if (!QApplication::activeWindow())
         m_pWindow->activateWindow();
     m_robot.WaitFor([] { return QApplication::activeWindow() != nullptr; });
-    act(*this);
+    Attempt(act);
     m_robot.Settle();
+    TakePicture();
+    if (m_report.HasFailed())
+        m_robot.ClearScreen();
+    m_report.End();
+}
+
+void TourGuide::Attempt(const Act& act)
+{
+    try
+    {
+        act(*this);
+    }
+    catch (const StepEnded& end)
+    {
+        Fail(end.GetReason());
+    }
+    // At once: it may refer to what the act had.
     Check(!m_robot.IsWaitingForModal(), "the dialog did not come");
     m_robot.ForgetModal();
-    TakePicture();
-    m_report.End();
 }
 
 void TourGuide::Fail(const QString& reason)
@@ -154,7 +183,8 @@ void TourGuide::TakePicture()
 
 void TourGuide::TakePictureOf(QWidget* widget, const QString& name)
 {
-    m_report.TakePictureOf(widget, name);
+    if (Check(widget, QStringLiteral("there is nothing to show as %1").arg(name)))
+        m_report.TakePictureOf(widget, name);
 }
 
 bool TourGuide::End()
@@ -165,7 +195,7 @@ bool TourGuide::End()
 
 QAbstractButton* TourGuide::ToolButton(const QString& name) const
 {
-    const QList<QToolButton*> buttons = Find<ToolBox>()->findChildren<QToolButton*>();
+    const QList<QToolButton*> buttons = Get<ToolBox>()->findChildren<QToolButton*>();
     for (QToolButton* button : buttons)
     {
         if (button->defaultAction() && button->defaultAction()->text() == name)
@@ -225,7 +255,8 @@ void TourGuide::ChooseEntry(QComboBox* combo, int index)
     if (!Check(combo, "there is no such list"))
         return;
     m_robot.Click(combo);
-    Check(m_robot.WaitFor([combo] { return combo->view()->isVisible(); }), "the list did not open");
+    if (!Check(m_robot.WaitFor([combo] { return combo->view()->isVisible(); }), "the list did not open"))
+        return;
     m_robot.Key(Qt::Key_Home);
     for (int i = 0; i < index; ++i)
         m_robot.Key(Qt::Key_Down);
@@ -248,7 +279,8 @@ void TourGuide::VisitPopup(QAbstractButton* button, QWidget* popup, const Act& a
     if (!Check(button && popup, "there is no such popup"))
         return;
     m_robot.Click(button);
-    Check(m_robot.WaitFor([popup] { return popup->isVisible(); }), "the popup did not open");
+    if (!Check(m_robot.WaitFor([popup] { return popup->isVisible(); }), "the popup did not open"))
+        return;
     // While a window manager takes the window over, it is said to be elsewhere.
     Check(m_robot.WaitFor([button, popup] { return IsBeside(popup, button); }),
           QStringLiteral("the popup is at %1, %2").arg(popup->x()).arg(popup->y()));
@@ -275,8 +307,8 @@ void TourGuide::VisitPopup(QAbstractButton* button, QWidget* popup, const Act& a
 void TourGuide::OpenMenu(int key)
 {
     m_robot.Key(key, Qt::AltModifier, QChar(key).toLower());
-    Check(m_robot.WaitFor([] { return QApplication::activePopupWidget() != nullptr; }),
-          "the menu did not open");
+    if (!m_robot.WaitFor([] { return QApplication::activePopupWidget() != nullptr; }))
+        throw StepEnded(QStringLiteral("the menu did not open"));
 }
 
 void TourGuide::PressEntry(int key)
@@ -302,13 +334,19 @@ void TourGuide::UseContrast(const QPointF& point)
 
 QPointF TourGuide::PointAt(double x, double y) const
 {
-    const QSize size = GetDocument()->GetPixels()->GetSize();
+    const QSize size = GetPixels()->GetSize();
     return QPointF(std::floor(x * (size.width() - 1)) + 0.5, std::floor(y * (size.height() - 1)) + 0.5);
 }
 
 QRgb TourGuide::PixelAt(const QPointF& point) const
 {
     return GetComposition().pixelColor(PixelOf(point)).rgba();
+}
+
+int TourGuide::SelectedAt(const QPointF& point) const
+{
+    const QImage mask = GetPixels()->GetSelectionMask();
+    return mask.valid(PixelOf(point)) ? qGray(mask.pixel(PixelOf(point))) : 0;
 }
 
 int TourGuide::PixelsFor(int screenPixels) const
@@ -337,13 +375,12 @@ void TourGuide::Stroke(const QPointF& from, const QPointF& to, int points)
 void TourGuide::Stroke(const QVector<QPointF>& path)
 {
     m_robot.Drag(GetView(), path);
-    const KXDocumentInterface* pixels = GetDocument()->GetPixels();
-    Check(m_robot.WaitFor([pixels] { return !pixels->IsBeingEdited(); }), "the stroke does not end");
+    Check(m_robot.WaitFor([this] { return !GetPixels()->IsBeingEdited(); }), "the stroke does not end");
 }
 
 int TourGuide::UndoSteps() const
 {
-    return GetDocument()->GetUndoStack()->index();
+    return NeedDocument()->GetUndoStack()->index();
 }
 
 void TourGuide::Undo()
@@ -390,6 +427,7 @@ bool TourGuide::OpenDrawn(const QImage& image, const QString& name)
 {
     const QString path = FileFor(name);
     const bool written = image.save(path);
+    m_openBefore = m_pWindow->GetDocumentWindows().size();
     if (written)
         Drop(path);
     const bool open = written && GetDocument() && GetDocument()->GetPath() == path;
@@ -399,7 +437,7 @@ bool TourGuide::OpenDrawn(const QImage& image, const QString& name)
 void TourGuide::CloseDiscarding()
 {
     const int windows = m_pWindow->GetDocumentWindows().size();
-    if (GetDocument()->IsModified())
+    if (NeedDocument()->IsModified())
         m_robot.WhenModal(
             [this](QWidget* dialog)
             {
@@ -411,11 +449,14 @@ void TourGuide::CloseDiscarding()
                 }
             });
     m_robot.Key(Qt::Key_W, Qt::ControlModifier);
+    m_robot.ForgetModal();
     Check(m_pWindow->GetDocumentWindows().size() == windows - 1, "the picture was not closed");
 }
 
 void TourGuide::LeaveDrawn()
 {
-    ChooseTool("Brush");
-    CloseDiscarding();
+    Attempt([](TourGuide& it) { it.ChooseTool("Brush"); });
+    const int left = m_pWindow->GetDocumentWindows().size() - m_openBefore;
+    for (int i = 0; i < left; ++i)
+        Attempt([](TourGuide& it) { it.CloseDiscarding(); });
 }

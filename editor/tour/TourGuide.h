@@ -12,6 +12,7 @@
 #include "TourReport.h"
 #include "TourRobot.h"
 
+class KXDocumentInterface;
 class NVDocumentView;
 class QAbstractButton;
 class QAbstractSpinBox;
@@ -27,15 +28,25 @@ QString ColorText(QRgb color);
 // The two colours in blend mode Multiply, both opaque.
 QRgb Multiplied(QRgb one, QRgb other);
 
-// The control of a bar that has this object name. Null if there is none.
+// The control of a bar that has this object name. Ends the step if there is none.
 template <class Widget>
 Widget* Control(const QWidget* bar, const char* name)
 {
-    return bar ? bar->findChild<Widget*>(QLatin1String(name)) : nullptr;
+    return Needed(bar ? bar->findChild<Widget*>(QLatin1String(name)) : nullptr,
+                  QStringLiteral("there is no control %1").arg(QLatin1String(name)));
+}
+
+// The same where the kind alone says which one.
+template <class Widget>
+Widget* Control(const QWidget* window)
+{
+    return Needed(window ? window->findChild<Widget*>() : nullptr,
+                  QStringLiteral("there is no %1").arg(QLatin1String(Widget::staticMetaObject.className())));
 }
 
 // Leads through the program: has the window, with settings of its own, the hands that work it and the report
-// of what came of it. A topic of the tour plays its steps through it. Points are in document pixels.
+// of what came of it. A topic of the tour plays its steps through it. A step that fails, or ends before its
+// time by StepEnded, does no harm to the next one. Points are in document pixels.
 class TourGuide
 {
 public:
@@ -50,8 +61,11 @@ public:
     QString GetPicture() const;
     MainWindow* GetWindow() const;
     TourRobot& GetRobot();
-    // These three only while a document is open.
+    // Null while no document is open.
     Document* GetDocument() const;
+    // These end the step then.
+    Document* NeedDocument() const;
+    KXDocumentInterface* GetPixels() const;
     NVDocumentView* GetView() const;
     const QImage& GetComposition() const;
     // A file in a folder that goes with the guide.
@@ -59,9 +73,12 @@ public:
     // The bar, panel or other part of the window of this class. Null until the window has made it.
     template <class Widget>
     Widget* Find() const;
+    // The same, but ends the step if there is none.
+    template <class Widget>
+    Widget* Get() const;
 
     // Plays a step: a line and at least one picture of the report, taken when the act is over. The name is
-    // part of the pictures' file names.
+    // part of the pictures' file names. After a failure, menus and dialogs that stayed open are closed.
     void Step(const char* name, const char* caption, const Act& act);
     // Notes it as a failure of the step when the expectation was not met. Returns whether it was.
     bool Check(bool ok, const QString& reason)
@@ -81,7 +98,7 @@ public:
     // By its button in the tool box; the name is the tool's, in English where it is written out.
     void ChooseTool(const QString& name);
     void ChooseTool(const char* name) { ChooseTool(QString::fromLatin1(name)); }
-    // A control that is null is a failure of the step.
+    // A control that is null is a failure of the step, as is a list or a popup that does not open.
     void TypeInto(QAbstractSpinBox* box, int value);
     // The same in a dialog, where Enter would be its end.
     void TypeOver(QAbstractSpinBox* box, const char* text);
@@ -90,7 +107,8 @@ public:
     // Opens the popup by a click on its button, takes a picture, lets the act work in it, and closes it by a
     // second click.
     void VisitPopup(QAbstractButton* button, QWidget* popup, const Act& act = Act());
-    // Opens a menu of the menu bar by Alt and its key.
+    // Opens a menu of the menu bar by Alt and its key. Ends the step if it does not open: the key of its entry
+    // would go elsewhere.
     void OpenMenu(int key);
     // Presses the key of an entry of the open menu, which closes with it.
     void PressEntry(int key);
@@ -101,6 +119,8 @@ public:
     // Relative to the document: 0, 0 is the first pixel, 1, 1 the last. The middle of a pixel.
     QPointF PointAt(double x, double y) const;
     QRgb PixelAt(const QPointF& point) const;
+    // How far it is selected, 0 to 255.
+    int SelectedAt(const QPointF& point) const;
     // Document pixels that are this long on the screen now, at least one.
     int PixelsFor(int screenPixels) const;
     // The screen has whole pixels: the point that the pointer hits when it goes for this one.
@@ -120,11 +140,14 @@ public:
     bool OpenDrawn(const QImage& image, const QString& name);
     // Closes the document; a question about changes is answered by Don't Save.
     void CloseDiscarding();
-    // The end of a topic on a drawn picture: the brush again, and the picture that was there before.
+    // The end of a topic on a drawn picture: the brush again, and the picture that was there before. Closes
+    // what else the topic has left open.
     void LeaveDrawn();
 
 private:
     void Fail(const QString& reason);
+    // Lets the act do what it can, until it ends or ends the step.
+    void Attempt(const Act& act);
     QAbstractButton* ToolButton(const QString& name) const;
     void FocusBox(QAbstractSpinBox* box);
 
@@ -132,6 +155,8 @@ private:
     TourRobot m_robot;
     QTemporaryDir m_files;
     QString m_picture;
+    // Documents that were open before the last drawn one.
+    int m_openBefore = 0;
     std::unique_ptr<QSettings> m_pSettings;
     std::unique_ptr<MainWindow> m_pWindow;
 };
@@ -147,4 +172,11 @@ Widget* TourGuide::Find() const
             return found;
     }
     return nullptr;
+}
+
+template <class Widget>
+Widget* TourGuide::Get() const
+{
+    return Needed(Find<Widget>(),
+                  QStringLiteral("there is no %1").arg(QLatin1String(Widget::staticMetaObject.className())));
 }

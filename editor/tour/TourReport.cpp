@@ -93,6 +93,11 @@ void TourReport::Fail(const QString& reason)
         QTextStream(stdout) << "FAIL  after " << m_steps.constLast().name << ": " << reason << "\n";
 }
 
+bool TourReport::HasFailed() const
+{
+    return !m_steps.isEmpty() && !m_steps.constLast().failures.isEmpty();
+}
+
 void TourReport::Note(const QString& text)
 {
     m_steps.last().notes += text;

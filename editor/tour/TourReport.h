@@ -21,6 +21,8 @@ public:
     void Begin(const QString& name, const QString& caption);
     // Notes that an expectation of the step was not met, or of what came after the last one.
     void Fail(const QString& reason);
+    // Whether that was so in the step that began last.
+    bool HasFailed() const;
     // A remark for the line of the step.
     void Note(const QString& text);
     // A picture of the window with all popups and dialogs over it.

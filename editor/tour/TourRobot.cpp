@@ -2,15 +2,16 @@
 
 #include <QApplication>
 #include <QCursor>
-#include <QElapsedTimer>
 #include <QEvent>
 #include <QStyleHints>
 #include <QTimer>
 #include <QWheelEvent>
 #include <QWindow>
 
+#include <algorithm>
 #include <cstdlib>
 
+#include "KXPopupWindow.h"
 #include "NVDocumentView.h"
 
 QT_BEGIN_NAMESPACE
@@ -29,6 +30,11 @@ namespace
 
 const int PatienceMs = 10000;
 const int LookMs = 5;
+// Times the patience: a dialog may be at work that takes long, on a slow machine.
+const int LeftAlone = 12;
+const int EscapeKeys = 3;
+// Over one another, more than there ever are.
+const int WindowsAtMost = 8;
 
 QWindow* KeyboardWindow()
 {
@@ -47,11 +53,24 @@ bool CanPlacePointer(const QWidget* window)
 
 } // namespace
 
-TourRobot::TourRobot(QObject* parent) : QObject(parent) { }
+TourRobot::TourRobot(QObject* parent) : QObject(parent), m_patience(PatienceMs)
+{
+    QTimer::singleShot(LookMs, this, &TourRobot::OnLook);
+}
 
 void TourRobot::SetHome(QWidget* window)
 {
     m_pHome = window;
+}
+
+void TourRobot::SetReport(const std::function<void(const QString&)>& report)
+{
+    m_report = report;
+}
+
+void TourRobot::SetPatience(int ms)
+{
+    m_patience = ms;
 }
 
 bool TourRobot::WaitFor(const std::function<bool()>& condition)
@@ -62,7 +81,7 @@ bool TourRobot::WaitFor(const std::function<bool()>& condition)
     wake.start(LookMs);
     while (!condition())
     {
-        if (time.hasExpired(PatienceMs))
+        if (time.hasExpired(m_patience))
             return false;
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
@@ -78,6 +97,24 @@ void TourRobot::Settle()
         QCoreApplication::sendPostedEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
+}
+
+void TourRobot::ClearScreen()
+{
+    for (int i = 0; i < WindowsAtMost && QApplication::activePopupWidget(); ++i)
+    {
+        QApplication::activePopupWidget()->close();
+        Settle();
+    }
+    for (int i = 0; i < WindowsAtMost && QApplication::activeModalWidget(); ++i)
+        Dismiss(QApplication::activeModalWidget());
+    const QWidgetList all = QApplication::topLevelWidgets();
+    for (QWidget* top : all)
+    {
+        if (qobject_cast<KXPopupWindow*>(top))
+            top->hide();
+    }
+    Settle();
 }
 
 void TourRobot::Move(QWidget* widget, const QPoint& point)
@@ -97,7 +134,7 @@ void TourRobot::Click(QWidget* widget, const QPoint& point, Qt::KeyboardModifier
 
 void TourRobot::Click(QWidget* widget)
 {
-    Click(widget, widget->rect().center());
+    Click(widget, Needed(widget, "there is nothing to click at")->rect().center());
 }
 
 void TourRobot::DoubleClick(QWidget* widget, const QPoint& point)
@@ -165,7 +202,6 @@ void TourRobot::Type(const QString& text)
 void TourRobot::WhenModal(const std::function<void(QWidget*)>& act)
 {
     m_whenModal = act;
-    QTimer::singleShot(LookMs, this, &TourRobot::OnLook);
 }
 
 void TourRobot::ForgetModal()
@@ -178,29 +214,84 @@ bool TourRobot::IsWaitingForModal() const
     return bool(m_whenModal);
 }
 
+bool TourRobot::IsAnswered(const QWidget* modal) const
+{
+    return std::any_of(m_answered.cbegin(), m_answered.cend(),
+                       [modal](const QPointer<QWidget>& one) { return one == modal; });
+}
+
 void TourRobot::OnLook()
 {
+    // The loops of modal windows are within each other: each look sees to the next one.
+    QTimer::singleShot(LookMs, this, &TourRobot::OnLook);
+    m_answered.erase(std::remove_if(m_answered.begin(), m_answered.end(),
+                                    [](const QPointer<QWidget>& one) { return !one || !one->isVisible(); }),
+                     m_answered.end());
     QWidget* modal = QApplication::activeModalWidget();
-    if (!m_whenModal)
-        return;
     if (!modal || !modal->isVisible())
     {
-        QTimer::singleShot(LookMs, this, &TourRobot::OnLook);
+        m_pLeft = nullptr;
         return;
     }
+    if (modal != m_pLeft || modal == m_pBusy)
+        m_leftSince.start();
+    m_pLeft = modal;
+    if (m_whenModal && !IsAnswered(modal))
+        Answer(modal);
+    else if (m_leftSince.hasExpired(qint64(LeftAlone) * m_patience))
+    {
+        if (m_report)
+            m_report(QStringLiteral("the window \"%1\" stayed open").arg(modal->windowTitle()));
+        Dismiss(modal);
+    }
+}
+
+void TourRobot::Answer(QWidget* modal)
+{
+    const QPointer<QWidget> window = modal;
     Settle();
-    // A look of an earlier call may have come in between.
-    if (!m_whenModal)
+    // A look of the meantime may have been first, and the window may have gone.
+    if (!m_whenModal || !window || !window->isVisible())
         return;
     const std::function<void(QWidget*)> act = std::move(m_whenModal);
     m_whenModal = nullptr;
-    act(modal);
+    m_answered += window;
+    const QPointer<QWidget> before = m_pBusy;
+    m_pBusy = window;
+    // The toolkit, which has called this, must not be left by an exception.
+    try
+    {
+        act(window);
+    }
+    catch (const StepEnded& end)
+    {
+        if (m_report)
+            m_report(end.GetReason());
+        if (window)
+            Dismiss(window);
+    }
+    m_pBusy = before;
+    m_leftSince.start();
+}
+
+void TourRobot::Dismiss(QWidget* modal)
+{
+    const QPointer<QWidget> window = modal;
+    const QPointer<QWidget> before = m_pBusy;
+    m_pBusy = window;
+    for (int i = 0; i < EscapeKeys && window && window->isVisible(); ++i)
+        Key(Qt::Key_Escape);
+    // Ends its loop whatever it makes of the key.
+    if (window)
+        window->hide();
+    Settle();
+    m_pBusy = before;
 }
 
 void TourRobot::Mouse(QWidget* widget, const QPoint& point, int type, Qt::MouseButton button,
                       Qt::KeyboardModifiers modifiers)
 {
-    QWidget* top = widget->window();
+    QWidget* top = Needed(widget, "there is nothing to point at")->window();
     const QPoint global = widget->mapToGlobal(point);
     // Who asks for the pointer instead of waiting for events gets the same answer.
     if (type != QEvent::MouseMove || CanPlacePointer(top))

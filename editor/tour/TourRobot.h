@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPoint>
 #include <QPointF>
@@ -8,11 +9,37 @@
 #include <QWidget>
 
 #include <functional>
+#include <stdexcept>
 
 class NVDocumentView;
 
+// Thrown where there is no sense in going on, since what is needed next is not there: ends the step of the
+// tour, or the function that works in a modal window, and nothing else.
+class StepEnded : public std::runtime_error
+{
+public:
+    explicit StepEnded(const QString& reason) : std::runtime_error(reason.toStdString()) { }
+    QString GetReason() const { return QString::fromUtf8(what()); }
+};
+
+// Gives the pointer back; ends the step if it is null.
+template <class Object>
+Object* Needed(Object* object, const QString& reason)
+{
+    if (!object)
+        throw StepEnded(reason);
+    return object;
+}
+
+template <class Object>
+Object* Needed(Object* object, const char* reason)
+{
+    return Needed(object, QString::fromLatin1(reason));
+}
+
 // The hands of the tour: puts mouse and key events into the queue of the window system, where those of a
-// person come from, so that focus, shortcuts, popups and modal windows do with them what they always do.
+// person come from, so that focus, shortcuts, popups and modal windows do with them what they always do. A
+// modal window that nobody works in any more is closed after a while: its loop would never end.
 class TourRobot : public QObject
 {
     Q_OBJECT
@@ -22,11 +49,18 @@ public:
 
     // The window that gets the keyboard when no window has it, as a window manager would see to.
     void SetHome(QWidget* window);
-    // Lets the program work until the condition holds; false after ten seconds.
+    // Told of what goes wrong in the loop of a modal window, where no caller would see it.
+    void SetReport(const std::function<void(const QString&)>& report);
+    // How long what is waited for may take; ten seconds unless set.
+    void SetPatience(int ms);
+    // Lets the program work until the condition holds; false after the patience.
     bool WaitFor(const std::function<bool()>& condition);
     // Lets the program do all that it has to do now.
     void Settle();
+    // Closes what is over the windows, a menu or a dialog that stayed open.
+    void ClearScreen();
 
+    // A widget that is null ends the step.
     void Move(QWidget* widget, const QPoint& point);
     void Click(QWidget* widget, const QPoint& point, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void Click(QWidget* widget);
@@ -43,7 +77,8 @@ public:
     void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = QString());
     void Type(const QString& text);
 
-    // Calls the function in the loop of the modal window that comes up next.
+    // Calls the function in the loop of the modal window that comes up next. What it refers to has to live as
+    // long as it may be called: until the step ends, which forgets it.
     void WhenModal(const std::function<void(QWidget*)>& act);
     // Nothing is called after all, if it has not been yet.
     void ForgetModal();
@@ -54,11 +89,22 @@ private Q_SLOTS:
     void OnLook();
 
 private:
+    bool IsAnswered(const QWidget* modal) const;
+    void Answer(QWidget* modal);
+    void Dismiss(QWidget* modal);
     void Mouse(QWidget* widget, const QPoint& point, int type, Qt::MouseButton button,
                Qt::KeyboardModifiers modifiers);
 
     QPointer<QWidget> m_pHome;
     std::function<void(QWidget*)> m_whenModal;
+    std::function<void(const QString&)> m_report;
+    // The open windows that have had their function, and the one in which one works now.
+    QVector<QPointer<QWidget>> m_answered;
+    QPointer<QWidget> m_pBusy;
+    // The modal window in front, and since when nobody works in it.
+    QPointer<QWidget> m_pLeft;
+    QElapsedTimer m_leftSince;
     Qt::MouseButtons m_buttons;
+    int m_patience;
     int m_time = 1000;
 };

@@ -22,14 +22,14 @@ NVMagicWandToolbar* Bar(const TourGuide& guide)
 
 bool IsSelected(const TourGuide& guide, const QPointF& point)
 {
-    const QImage mask = guide.GetDocument()->GetPixels()->GetSelectionMask();
+    const QImage mask = guide.GetPixels()->GetSelectionMask();
     const QPoint pixel = PixelOf(point);
     return !mask.isNull() && mask.constScanLine(pixel.y())[pixel.x()] == 255;
 }
 
 int CountSelected(const TourGuide& guide)
 {
-    const QImage mask = guide.GetDocument()->GetPixels()->GetSelectionMask();
+    const QImage mask = guide.GetPixels()->GetSelectionMask();
     int count = 0;
     for (int y = 0; y < mask.height(); ++y)
     {
@@ -131,7 +131,7 @@ void SelectAllAlike(TourGuide& guide, const BalloonPicture& picture)
 void SelectOnLayer(TourGuide& guide, const BalloonPicture& picture)
 {
     auto* allLayers = Control<QCheckBox>(Bar(guide), "m_pAllLayers");
-    const KXDocumentInterface* pixels = guide.GetDocument()->GetPixels();
+    const KXDocumentInterface* pixels = guide.GetPixels();
     guide.FocusCanvas();
     guide.GetRobot().Key(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
     guide.Check(pixels->GetLayerCount() == 2 && pixels->GetCurrentLayer() == 1, "there is no new layer");

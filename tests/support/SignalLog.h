@@ -3,34 +3,27 @@
 #pragma once
 
 #include <QList>
-#include <QMetaEnum>
 #include <QObject>
 #include <QStringList>
 #include <QVariantList>
 
-class QMetaMethod;
+#include "SignalWatch.h"
 
 //     SignalLog log(&bar);
 //     bar.SetSize(5);
 //     QCOMPARE(log.Entries(), QStringList({"SizeChanged(5)"}));
 //
-// All signals of the object's class and its bases are watched but those of QObject and QWidget. In an entry,
-// strings stand in quotes, pointers are "null" or "object", colours are "#aarrggbb", numbers are plain,
-// points are "3,4", sizes "3x4", rectangles "1,2 3x4", lists "[a, b]"; a value of a type that has no text is
-// "<Type>".
-class SignalLog : public QObject
+// Which signals are watched, and how an entry is worded, is told in SignalWatch.h.
+class SignalLog
 {
 public:
-    enum Housekeeping
-    {
-        WithoutHousekeeping,
-        WithDestroyed // destroyed(QObject*) is recorded as "destroyed()"
-    };
+    using Housekeeping = SignalWatch::Housekeeping;
+    static const Housekeeping WithoutHousekeeping = SignalWatch::WithoutHousekeeping;
+    static const Housekeeping WithDestroyed = SignalWatch::WithDestroyed;
 
     explicit SignalLog(QObject* object, Housekeeping housekeeping = WithoutHousekeeping);
     // Without an object yet: Watch() follows.
     SignalLog();
-    ~SignalLog() override;
 
     // Watches a further object. With a name, its entries read "name.SizeChanged(5)".
     void Watch(QObject* object, const QString& name = QString(),
@@ -46,28 +39,7 @@ public:
     // Names of the signals that are watched.
     QStringList Watched() const;
 
-    int qt_metacall(QMetaObject::Call call, int id, void** arguments) override;
-
 private:
-    struct Source
-    {
-        QString Name;
-        QString Signature;
-        QList<QByteArray> Types;
-        QList<int> TypeIds;
-        QList<QMetaEnum> Enums; // of types that the meta-type system does not know
-    };
-    struct Entry
-    {
-        QString Name;
-        QString Signature;
-        QString Text;
-        QVariantList Arguments;
-    };
-
-    void watchSignal(QObject* object, const QMetaMethod& signal, const QString& prefix);
-    void record(const Source& source, void** arguments);
-
-    QList<Source> m_sources;
-    QList<Entry> m_entries;
+    SignalWatch m_watch;
+    QList<HeardSignal> m_entries;
 };
