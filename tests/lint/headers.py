@@ -20,6 +20,8 @@ FOLDERS = [
     ("include/", "src/"),
     ("src/", "src/"),
     ("editor/", "editor/"),
+    ("gallery/signals/", "gallery/signals/"),
+    ("gallery/", "gallery/"),
     ("tests/support/editor/", "tests/support/editor/"),
     ("tests/support/", "tests/support/"),
 ]
