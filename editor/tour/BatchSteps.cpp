@@ -32,8 +32,13 @@ QString Root(TourGuide& guide)
     return guide.FileFor(QStringLiteral("Photographs"));
 }
 
+BatchWindow* Window(const TourGuide& guide)
+{
+    return Needed(guide.GetWindow()->GetBatchWindow(), "there is no batch window");
+}
+
 // The window's button of this text, which is to be seen.
-QPushButton* Button(BatchWindow* window, const char* text)
+QPushButton* Button(const BatchWindow* window, const char* text)
 {
     const QList<QPushButton*> all = window->findChildren<QPushButton*>();
     for (QPushButton* button : all)
@@ -46,15 +51,14 @@ QPushButton* Button(BatchWindow* window, const char* text)
 
 void Press(TourGuide& guide, const char* text)
 {
-    QPushButton* button = Button(guide.GetWindow()->GetBatchWindow(), text);
+    QPushButton* button = Button(Window(guide), text);
     if (guide.Check(button && button->isEnabled(), QStringLiteral("no button %1").arg(QLatin1String(text))))
         guide.GetRobot().Click(button);
 }
 
 bool WaitForIdle(TourGuide& guide)
 {
-    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
-    const auto isIdle = [window] { return window->GetState() == BatchWindow::Idle; };
+    const auto isIdle = [&guide] { return Window(guide)->GetState() == BatchWindow::Idle; };
     // Hundreds of files may take a while where other programs work too.
     bool isDone = false;
     for (int i = 0; i < Patience && !isDone; ++i)
@@ -96,9 +100,8 @@ void OpenWindow(TourGuide& guide)
     WriteTree(guide);
     guide.OpenMenu(Qt::Key_F);
     guide.PressEntry(Qt::Key_B);
-    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
-    if (!guide.Check(window && window->isVisible(), "the window is not to be seen"))
-        return;
+    const BatchWindow* window = Window(guide);
+    guide.Check(window->isVisible(), "the window is not to be seen");
     guide.Check(guide.GetRobot().WaitFor([window] { return window->isActiveWindow(); }),
                 "the window is not active");
 }
@@ -141,7 +144,7 @@ void AddFolder(TourGuide& guide, const QString& folder, const QString& picture =
 void ScanTree(TourGuide& guide)
 {
     AddFolder(guide, Root(guide), QStringLiteral("batch-scan"));
-    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
+    BatchWindow* window = Window(guide);
     const int images = Years * Months * PicturesAMonth + 1;
     guide.Check(window->GetModel()->GetFileCount() == images,
                 QStringLiteral("the tree has %1 images").arg(window->GetModel()->GetFileCount()));
@@ -151,8 +154,8 @@ void ScanTree(TourGuide& guide)
 
 void ShowTree(TourGuide& guide)
 {
-    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
-    auto* tree = window->findChild<BatchTreeView*>();
+    BatchWindow* window = Window(guide);
+    auto* tree = Control<BatchTreeView>(window);
     TourRobot& robot = guide.GetRobot();
     robot.Click(tree->viewport(), tree->visualRect(tree->model()->index(0, 0)).center());
     for (int key : {Qt::Key_Down, Qt::Key_Right, Qt::Key_Down, Qt::Key_Right})
@@ -165,15 +168,15 @@ void ShowTree(TourGuide& guide)
     };
     guide.Check(robot.WaitFor(isDrawn), "there are no small pictures");
     guide.TakePicture();
-    window->findChild<QTabWidget*>()->setCurrentIndex(1);
+    Control<QTabWidget>(window)->setCurrentIndex(1);
     robot.Settle();
     guide.TakePicture();
-    window->findChild<QTabWidget*>()->setCurrentIndex(0);
+    Control<QTabWidget>(window)->setCurrentIndex(0);
 }
 
 void RunJob(TourGuide& guide)
 {
-    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
+    BatchWindow* window = Window(guide);
     guide.ChooseEntry(Control<QComboBox>(window, "m_pResize"), 1);
     guide.TypeInto(Control<NVSpinBox>(window, "m_pWidth"), 160);
     guide.TypeInto(Control<NVSpinBox>(window, "m_pHeight"), 160);
@@ -182,7 +185,7 @@ void RunJob(TourGuide& guide)
     const QString folder = guide.FileFor(QStringLiteral("Results"));
     Control<QLineEdit>(window, "m_pFolder")->setText(folder);
     Press(guide, "Start");
-    const auto* bar = window->findChild<QProgressBar*>();
+    const auto* bar = Control<QProgressBar>(window);
     guide.Check(guide.GetRobot().WaitFor([bar] { return bar->value() > bar->maximum() / 3; }),
                 "the bar does not move");
     guide.TakePicture();
@@ -200,10 +203,10 @@ void RunJob(TourGuide& guide)
 // The filter shows a part of the tree, and a year is taken off.
 void ChangeTree(TourGuide& guide)
 {
-    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
-    auto* tree = window->findChild<BatchTreeView*>();
+    BatchWindow* window = Window(guide);
+    auto* tree = Control<BatchTreeView>(window);
     auto* filter = Control<QLineEdit>(window, "m_pFilter");
-    const auto* totals = window->findChild<QLabel*>(QStringLiteral("m_pTotals"));
+    const auto* totals = Control<QLabel>(window, "m_pTotals");
     TourRobot& robot = guide.GetRobot();
     const int images = window->GetModel()->GetFileCount();
     robot.Click(filter);
@@ -226,12 +229,12 @@ void ChangeTree(TourGuide& guide)
 // Thousands of pictures that nobody has put there for the tour.
 void ScanSystem(TourGuide& guide)
 {
-    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
+    BatchWindow* window = Window(guide);
     const int before = window->GetModel()->GetFileCount();
     AddFolder(guide, QStringLiteral("/usr/share"));
     const int found = window->GetModel()->GetFileCount() - before;
     guide.Check(found > 0, "no image was found");
-    auto* tree = window->findChild<BatchTreeView*>();
+    auto* tree = Control<BatchTreeView>(window);
     const QModelIndex last = tree->model()->index(tree->model()->rowCount() - 1, 0);
     tree->scrollTo(last, QAbstractItemView::PositionAtTop);
     guide.GetRobot().Click(tree->viewport(), tree->visualRect(last).center());
@@ -241,7 +244,7 @@ void ScanSystem(TourGuide& guide)
 
 void CloseWindow(TourGuide& guide)
 {
-    BatchWindow* window = guide.GetWindow()->GetBatchWindow();
+    BatchWindow* window = Window(guide);
     guide.Check(window->close(), "the window does not close");
     guide.GetWindow()->activateWindow();
     guide.Check(guide.GetRobot().WaitFor([&guide] { return guide.GetWindow()->isActiveWindow(); }),

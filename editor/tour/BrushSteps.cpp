@@ -89,8 +89,8 @@ void OpenSettings(TourGuide& guide)
 void PickPatterns(TourGuide& guide)
 {
     PatternSelectWidget* popup = Bar(guide)->GetPatterns();
-    auto* tiles = popup->findChild<QListView*>();
-    if (!guide.Check(tiles && popup->Count() >= 9, "there are no tiles"))
+    auto* tiles = Control<QListView>(popup);
+    if (!guide.Check(popup->Count() >= 9, "there are no tiles"))
         return;
     const auto tile = [tiles](int row) { return tiles->visualRect(tiles->model()->index(row, 0)).center(); };
     guide.GetRobot().Click(tiles->viewport(), tile(2));

@@ -85,10 +85,11 @@ void NarrowWindow(TourGuide& guide)
     guide.ChooseTool("Fill");
     window->resize(qMin(800, size.width()), qMin(600, size.height()));
     guide.GetRobot().Settle();
-    QWidget* area = guide.Find<OptionArea>()->viewport();
-    const auto* last = Control<QCheckBox>(guide.Find<NVFillCanToolbar>(), "m_pAllLayers");
-    if (guide.Check(last, "the fill bar is not to be seen"))
+    QWidget* area = guide.Get<OptionArea>()->viewport();
+    const auto* bar = guide.Find<NVFillCanToolbar>();
+    if (guide.Check(bar, "the fill bar is not to be seen"))
     {
+        const auto* last = Control<QCheckBox>(bar, "m_pAllLayers");
         guide.TakePicture();
         guide.GetRobot().Wheel(area, QPoint(3, area->height() / 2), 20);
         guide.Check(last->visibleRegion().boundingRect() == last->rect(),

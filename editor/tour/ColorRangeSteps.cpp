@@ -6,8 +6,6 @@
 #include <QSpinBox>
 
 #include "ColorRangeDock.h"
-#include "Document.h"
-#include "KXDocumentInterface.h"
 #include "NVSelectColorRange.h"
 #include "TourGuide.h"
 #include "TourPictures.h"
@@ -18,19 +16,12 @@ namespace
 
 ColorRangeDock* Dock(const TourGuide& guide)
 {
-    return guide.Find<ColorRangeDock>();
+    return guide.Get<ColorRangeDock>();
 }
 
 NVSelectColorRange* Panel(const TourGuide& guide)
 {
-    return guide.Find<NVSelectColorRange>();
-}
-
-int SelectionAt(const TourGuide& guide, const QPointF& point)
-{
-    const QImage mask = guide.GetPixels()->GetSelectionMask();
-    const QPoint pixel = PixelOf(point);
-    return mask.isNull() ? 0 : mask.constScanLine(pixel.y())[pixel.x()];
+    return guide.Get<NVSelectColorRange>();
 }
 
 // Clicks the canvas, and expects so many colours in the strip.
@@ -58,7 +49,7 @@ void PickColors(TourGuide& guide, const BalloonPicture& picture)
     guide.OpenMenu(Qt::Key_S);
     guide.PressEntry(Qt::Key_C);
     guide.GetRobot().Settle();
-    if (!guide.Check(Dock(guide) && Dock(guide)->IsOpen(), "the colour range did not open"))
+    if (!guide.Check(Dock(guide)->IsOpen(), "the colour range did not open"))
         return;
     const int steps = guide.UndoSteps();
     Pick(guide, picture.panels.at(0), 1);
@@ -83,14 +74,14 @@ void ApplyColors(TourGuide& guide, const BalloonPicture& picture)
                 "the selection is not one undo step");
     guide.Check(!Dock(guide)->IsOpen(), "the panel did not close");
     for (const QPointF& panel : picture.panels)
-        guide.Check(SelectionAt(guide, panel) > 0, "a panel of the balloon is not selected");
-    guide.Check(SelectionAt(guide, picture.hill) > 0, "the hill is not selected");
-    guide.Check(SelectionAt(guide, picture.sky) == 0, "the sky is selected");
+        guide.Check(guide.SelectedAt(panel) > 0, "a panel of the balloon is not selected");
+    guide.Check(guide.SelectedAt(picture.hill) > 0, "the hill is not selected");
+    guide.Check(guide.SelectedAt(picture.sky) == 0, "the sky is selected");
     guide.TakePicture();
     guide.GetRobot().Key(Qt::Key_Z, Qt::ControlModifier);
-    guide.Check(SelectionAt(guide, picture.hill) == 0, "undoing did not take the selection back");
+    guide.Check(guide.SelectedAt(picture.hill) == 0, "undoing did not take the selection back");
     guide.GetRobot().Key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    guide.Check(SelectionAt(guide, picture.hill) > 0, "redoing did not bring the selection back");
+    guide.Check(guide.SelectedAt(picture.hill) > 0, "redoing did not bring the selection back");
 }
 
 } // namespace
@@ -102,7 +93,8 @@ void PlayColorRange(TourGuide& guide)
         return;
     guide.Step("color-range", "Three colours picked from the canvas, with a preview of what they select",
                [&picture](TourGuide& it) { PickColors(it, picture); });
-    if (Dock(guide) && Dock(guide)->IsOpen())
+    const auto* dock = guide.Find<ColorRangeDock>();
+    if (dock && dock->IsOpen())
         guide.Step("color-range-selection", "The selection of the three colours, undone and redone",
                    [&picture](TourGuide& it) { ApplyColors(it, picture); });
     guide.LeaveDrawn();

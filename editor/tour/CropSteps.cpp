@@ -25,6 +25,8 @@ namespace
 
 const QLatin1String PictureName("coast.png");
 const QLatin1String ShieldColor("#1c3a5e");
+// From one end of the bar to the other.
+const int ClicksAtMost = 50;
 
 CropTool* Tool(const TourGuide& guide)
 {
@@ -57,7 +59,9 @@ template <class Widget>
 Widget* Reached(TourGuide& guide, const char* name)
 {
     auto* control = Control<Widget>(MainBar(guide), name);
-    const auto* area = guide.Find<OptionArea>();
+    const auto* area = guide.Get<OptionArea>();
+    if (!area->isAncestorOf(control))
+        throw StepEnded(QStringLiteral("the bar of the frame did not come"));
     const QList<QToolButton*> ends = area->findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly);
     const auto isInSight = [&]
     {
@@ -69,7 +73,7 @@ Widget* Reached(TourGuide& guide, const char* name)
     };
     for (QToolButton* end : ends)
     {
-        while (!isInSight() && end->isVisible())
+        for (int i = 0; i < ClicksAtMost && !isInSight() && end->isVisible(); ++i)
             guide.GetRobot().Click(end);
     }
     guide.Check(isInSight(), "the control cannot be scrolled into sight");
@@ -178,7 +182,7 @@ void HideArea(TourGuide& guide)
 // To the picture of this topic, by its tab.
 void ComeBack(TourGuide& guide)
 {
-    auto* tabs = guide.Find<KXMdiArea>()->findChild<QTabBar*>();
+    auto* tabs = Control<QTabBar>(guide.Get<KXMdiArea>());
     for (int i = 0; i < tabs->count(); ++i)
     {
         if (tabs->tabText(i).startsWith(PictureName))

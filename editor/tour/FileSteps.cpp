@@ -47,11 +47,9 @@ void MakeNew(TourGuide& guide)
 void SaveAs(TourGuide& guide, const QString& path)
 {
     guide.GetRobot().WhenModal(
-        [&](QWidget* dialog)
+        [&guide, path](QWidget* dialog)
         {
-            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-            if (guide.Check(name, "the dialog takes no name"))
-                name->setText(path);
+            Control<QLineEdit>(dialog, "fileNameEdit")->setText(path);
             guide.GetRobot().Key(Qt::Key_Return);
         });
     guide.GetRobot().Key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);

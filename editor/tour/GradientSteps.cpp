@@ -15,7 +15,6 @@
 #include "Document.h"
 #include "GradientStops.h"
 #include "GradientTool.h"
-#include "KXDocumentInterface.h"
 #include "NVDocumentView.h"
 #include "NVGradientEditor.h"
 #include "NVGradientPopup.h"
@@ -30,7 +29,7 @@ namespace
 
 NVGradientToolbar* Bar(const TourGuide& guide)
 {
-    return guide.Find<NVGradientToolbar>();
+    return guide.Get<NVGradientToolbar>();
 }
 
 QToolButton* GradientButton(const TourGuide& guide)
@@ -69,7 +68,7 @@ void ChooseGradient(TourGuide& guide, int row)
 void ShowBar(TourGuide& guide)
 {
     guide.ChooseTool("Gradient");
-    if (!guide.Check(Bar(guide) && Bar(guide)->isVisible(), "the gradient bar is not to be seen"))
+    if (!guide.Check(Bar(guide)->isVisible(), "the gradient bar is not to be seen"))
         return;
     guide.Check(Bar(guide)->GetGradientCount() == 24,
                 QStringLiteral("there are %1 gradients").arg(Bar(guide)->GetGradientCount()));
@@ -82,8 +81,6 @@ void ShowBar(TourGuide& guide)
 // Enter would be for the default button of the dialog.
 void TypeAndTab(TourGuide& guide, QSpinBox* box, int value)
 {
-    if (!guide.Check(box, "there is no such box"))
-        return;
     guide.GetRobot().Click(box, QPoint(14, box->height() / 2));
     guide.GetRobot().Key(Qt::Key_A, Qt::ControlModifier);
     guide.GetRobot().Type(QString::number(value));
@@ -94,10 +91,7 @@ void TypeAndTab(TourGuide& guide, QSpinBox* box, int value)
 // A stop where the strip is double clicked, in a colour typed into its boxes.
 void AddStop(TourGuide& guide, QWidget* editor, double place, const QColor& color)
 {
-    auto* strip = Control<QGraphicsView>(editor, "m_pGraphicsView");
-    if (!guide.Check(strip, "there is no strip"))
-        return;
-    QWidget* viewport = strip->viewport();
+    QWidget* viewport = Control<QGraphicsView>(editor, "m_pGraphicsView")->viewport();
     guide.GetRobot().DoubleClick(viewport, QPoint(int(place * viewport->width()), viewport->height() / 2));
     TypeAndTab(guide, Control<QSpinBox>(editor, "m_pRed"), color.red());
     TypeAndTab(guide, Control<QSpinBox>(editor, "m_pGreen"), color.green());
@@ -116,9 +110,7 @@ int SelectedStops(QWidget* editor)
 
 void WorkInEditor(TourGuide& guide, QWidget* modal)
 {
-    auto* editor = qobject_cast<NVGradientEditor*>(modal);
-    if (!guide.Check(editor, "the editor did not open"))
-        return;
+    auto* editor = Needed(qobject_cast<NVGradientEditor*>(modal), "the editor did not open");
     AddStop(guide, editor, 0.25, QColor(220, 40, 90));
     AddStop(guide, editor, 0.5, QColor(255, 190, 40, 128));
     AddStop(guide, editor, 0.75, QColor(40, 170, 90));
@@ -252,7 +244,7 @@ void DrawTransparent(TourGuide& guide)
     guide.TakePicture();
     // The bar may be wider than the window.
     auto* commit = Control<QToolButton>(Bar(guide), "m_pCommit");
-    guide.Find<OptionArea>()->ensureWidgetVisible(commit);
+    guide.Get<OptionArea>()->ensureWidgetVisible(commit);
     guide.GetRobot().Settle();
     guide.TakePicture();
     guide.GetRobot().Click(commit);
@@ -284,7 +276,7 @@ void PlayGradients(TourGuide& guide)
     if (!guide.OpenDrawn(DrawLighthouse().image, QStringLiteral("sea.png")))
         return;
     guide.Step("gradient", "The gradient tool: its bar, and the list under its button", ShowBar);
-    if (Bar(guide))
+    if (guide.Find<NVGradientToolbar>())
     {
         TakeTypes(guide);
         guide.Step("gradient-handles", "Repeated, swinging, nothing outside; a handle is dragged; Escape",

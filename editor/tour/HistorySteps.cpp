@@ -19,14 +19,15 @@ namespace
 
 NVHistoryPanel* Panel(const TourGuide& guide)
 {
-    return guide.Find<NVHistoryPanel>();
+    return guide.Get<NVHistoryPanel>();
 }
 
 NVHistoryItem* RowOf(const TourGuide& guide, int row)
 {
-    const QWidget* column = Panel(guide)->findChild<QScrollArea*>()->widget();
+    const QWidget* column = Control<QScrollArea>(Panel(guide))->widget();
     QLayoutItem* item = column->layout()->itemAt(row);
-    return item ? qobject_cast<NVHistoryItem*>(item->widget()) : nullptr;
+    return Needed(item ? qobject_cast<NVHistoryItem*>(item->widget()) : nullptr,
+                  QStringLiteral("there is no row %1").arg(row));
 }
 
 void TogglePanel(TourGuide& guide)
@@ -39,8 +40,6 @@ void TogglePanel(TourGuide& guide)
 void ClickRow(TourGuide& guide, int row)
 {
     NVHistoryItem* item = RowOf(guide, row);
-    if (!guide.Check(item, "there is no such row"))
-        return;
     guide.GetRobot().Click(item, QPoint(40, item->height() / 2));
     guide.Check(Panel(guide)->GetSelectedIndex() == row, "the click did not go to the step");
 }
@@ -48,7 +47,7 @@ void ClickRow(TourGuide& guide, int row)
 void PickStep(TourGuide& guide)
 {
     TogglePanel(guide);
-    if (!guide.Check(Panel(guide) && Panel(guide)->isVisible(), "the history is not to be seen"))
+    if (!guide.Check(Panel(guide)->isVisible(), "the history is not to be seen"))
         return;
     guide.FocusCanvas();
     QVector<QImage> looks = {guide.GetComposition().copy()};
@@ -71,14 +70,14 @@ void PickStep(TourGuide& guide)
 
 void RunOutOfRoom(TourGuide& guide)
 {
-    auto* limit = guide.Find<HistoryDock>()->findChild<NVSpinBox*>();
+    auto* limit = Control<NVSpinBox>(guide.Get<HistoryDock>());
     const int before = limit->value();
     guide.TypeInto(limit, 16);
     guide.FocusCanvas();
     // Each holds the whole layer.
     for (int i = 0; i < 6; ++i)
         guide.GetRobot().Key(Qt::Key_Delete, Qt::ControlModifier);
-    const auto* text = RowOf(guide, 0)->findChild<QLabel*>(QStringLiteral("m_pText"));
+    const auto* text = Control<QLabel>(RowOf(guide, 0), "m_pText");
     guide.Check(text->text().contains(QLatin1String("dropped")),
                 QStringLiteral("the first row says ") + text->text());
     const QString message = guide.GetWindow()->statusBar()->currentMessage();
@@ -98,7 +97,8 @@ void PlayHistory(TourGuide& guide)
     if (!guide.OpenDrawn(DrawLighthouse().image, QStringLiteral("coast.png")))
         return;
     guide.Step("history", "A click in the history goes to a step; what comes after it is grey", PickStep);
-    if (Panel(guide) && Panel(guide)->isVisible())
+    const auto* panel = guide.Find<NVHistoryPanel>();
+    if (panel && panel->isVisible())
         guide.Step("history-full", "A full history drops its oldest steps and says so", RunOutOfRoom);
     guide.LeaveDrawn();
 }

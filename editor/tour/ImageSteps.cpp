@@ -52,15 +52,8 @@ void CheckSize(TourGuide& guide, const QSize& size)
 template <class Dialog, class Act>
 void VisitDialog(TourGuide& guide, int key, const Act& act)
 {
-    guide.GetRobot().WhenModal(
-        [&guide, &act](QWidget* window)
-        {
-            auto* dialog = qobject_cast<Dialog*>(window);
-            if (guide.Check(dialog, "another dialog came"))
-                act(dialog);
-            else
-                guide.GetRobot().Key(Qt::Key_Escape);
-        });
+    guide.GetRobot().WhenModal([act](QWidget* window)
+                               { act(Needed(qobject_cast<Dialog*>(window), "another dialog came")); });
     guide.OpenMenu(Qt::Key_I);
     guide.PressEntry(key);
 }
@@ -117,8 +110,7 @@ void GrowCanvas(TourGuide& guide)
             guide.TypeOver(Control<QDoubleSpinBox>(dialog, "m_pNewWidth"), "1500");
             guide.TypeOver(Control<QDoubleSpinBox>(dialog, "m_pNewHeight"), "1000");
             auto* anchors = Control<KXAnchorSelection>(dialog, "m_pAnchorWidget");
-            if (guide.Check(anchors, "there is no anchor to choose"))
-                guide.GetRobot().Click(anchors->childAt(anchors->width() / 2, anchors->height() * 5 / 6));
+            guide.GetRobot().Click(anchors->childAt(anchors->width() / 2, anchors->height() * 5 / 6));
             guide.Check(dialog->GetAnchor() == KXAnchorSelection::Bottom, "a click chose another anchor");
             guide.TakePicture();
             guide.TakePictureOf(dialog, QStringLiteral("canvas-size"));
@@ -147,7 +139,7 @@ void CropCanvas(TourGuide& guide)
     const QRect expected(150, 200, 1200, 800);
     VisitDialog<NVAutoCrop>(
         guide, Qt::Key_A,
-        [&guide, &expected](NVAutoCrop* dialog)
+        [&guide, expected](NVAutoCrop* dialog)
         {
             guide.Check(guide.GetRobot().WaitFor([&] { return ShownFrame(guide) == expected; }),
                         "the frame is not about the picture");
@@ -200,7 +192,7 @@ void CropNothing(TourGuide& guide)
 void SavePrompted(TourGuide& guide, const std::function<void(QWidget*)>& act)
 {
     guide.GetRobot().WhenModal(
-        [&guide, &act](QWidget* window)
+        [&guide, act](QWidget* window)
         {
             guide.Check(qobject_cast<NVIncompleteDocumentInfo*>(window), "another dialog came");
             guide.TakePicture();
@@ -254,7 +246,8 @@ void RefuseToSave(TourGuide& guide)
 void SaveLayers(TourGuide& guide)
 {
     // Nothing of the person's may be written over.
-    if (!guide.Check(guide.NeedDocument()->GetPath() == guide.FileFor(BalloonFile), "another picture is open"))
+    if (!guide.Check(guide.NeedDocument()->GetPath() == guide.FileFor(BalloonFile),
+                     "another picture is open"))
         return;
     guide.GetRobot().Key(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
     guide.ChooseTool("Brush");
@@ -270,15 +263,13 @@ void SaveLayersAs(TourGuide& guide)
     const QString path = guide.FileFor(QStringLiteral("balloon in one layer.png"));
     guide.Stroke({200, 650}, {1000, 650});
     SavePrompted(guide,
-                 [&guide, &path](QWidget* window)
+                 [&guide, path](QWidget* window)
                  {
                      PressByKeys(guide, window, "Save as");
                      guide.GetRobot().WhenModal(
-                         [&guide, &path](QWidget* dialog)
+                         [&guide, path](QWidget* dialog)
                          {
-                             auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-                             if (guide.Check(name, "the dialog takes no name"))
-                                 name->setText(path);
+                             Control<QLineEdit>(dialog, "fileNameEdit")->setText(path);
                              guide.TakePicture();
                              guide.GetRobot().Key(Qt::Key_Return);
                          });

@@ -58,8 +58,7 @@ QImage Slanted(const QImage& image)
 
 QString TextOf(const QWidget* bar, const char* label)
 {
-    const auto* found = Control<QLabel>(bar, label);
-    return found ? found->text() : QString();
+    return Control<QLabel>(bar, label)->text();
 }
 
 void HoverAt(TourGuide& guide, const QPointF& point)
@@ -107,7 +106,7 @@ void DragSample(TourGuide& guide, const QPointF& from, const QPointF& to)
 // A stroke over a sample is told by the panel.
 void PaintOverSample(TourGuide& guide, const NVColorSamplePanel* panel, const QPointF& point)
 {
-    const QModelIndex row = panel->findChild<QListView*>()->model()->index(0, 0);
+    const QModelIndex row = Control<QListView>(panel)->model()->index(0, 0);
     const QString before = row.data(KXColorSampleDelegate::DetailRole).toString();
     guide.ChooseTool("Brush");
     guide.UseContrast(point);
@@ -212,7 +211,7 @@ void LookClosely(TourGuide& guide, const LighthousePicture& picture)
     if (!guide.Check(panel && panel->isVisible(), "the loupe is not to be seen"))
         return;
     guide.GetRobot().Settle();
-    const auto* loupe = panel->findChild<CameraView*>();
+    const auto* loupe = Control<CameraView>(panel);
     HoverAt(guide, picture.sky);
     guide.TakePicture();
     HoverAt(guide, picture.lamp);

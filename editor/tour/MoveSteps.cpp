@@ -62,9 +62,9 @@ void MoveSelected(TourGuide& guide, const LighthousePicture& picture)
     const QRectF tower = TowerOf(picture);
     guide.ChooseTool("Rectangular Selection");
     guide.Stroke(guide.HitPoint(tower.topLeft()), guide.HitPoint(tower.bottomRight()));
-    guide.Check(guide.GetRobot().WaitFor(
-                    [&guide] { return !guide.GetPixels()->GetSelectionMask().isNull(); }),
-                "nothing was selected");
+    guide.Check(
+        guide.GetRobot().WaitFor([&guide] { return !guide.GetPixels()->GetSelectionMask().isNull(); }),
+        "nothing was selected");
     guide.ChooseTool("Move");
     guide.FocusCanvas();
     guide.TakePicture();
@@ -77,9 +77,8 @@ void MoveSelected(TourGuide& guide, const LighthousePicture& picture)
         guide.GetRobot().Key(Qt::Key_Down, Qt::ShiftModifier);
     guide.GetRobot().Key(Qt::Key_Right);
     guide.Check(IsDone(guide, steps + 2), "the arrow keys are not one step");
-    const QImage mask = guide.GetPixels()->GetSelectionMask();
-    guide.Check(qGray(mask.pixel(PixelOf(tower.center()))) == 0 &&
-                    qGray(mask.pixel(PixelOf(tower.center() + QPointF(421, 30)))) == 255,
+    guide.Check(guide.SelectedAt(tower.center()) == 0 &&
+                    guide.SelectedAt(tower.center() + QPointF(421, 30)) == 255,
                 "the selection did not go along");
     guide.TakePicture();
     guide.Undo();
@@ -90,8 +89,7 @@ void MoveSelected(TourGuide& guide, const LighthousePicture& picture)
 
 QString TextOf(TourGuide& guide, const char* name)
 {
-    const auto* edit = Control<QLineEdit>(guide.Find<NVTransformToolbar>(), name);
-    return edit ? edit->text() : QString();
+    return Control<QLineEdit>(guide.Get<NVTransformToolbar>(), name)->text();
 }
 
 void TransformTower(TourGuide& guide, const LighthousePicture& picture)
@@ -133,10 +131,8 @@ void TransformTower(TourGuide& guide, const LighthousePicture& picture)
 
 void TurnAboutCorner(TourGuide& guide)
 {
-    auto* bar = guide.Find<NVTransformToolbar>();
+    auto* bar = guide.Get<NVTransformToolbar>();
     auto* point = Control<TransformationCenterPointControl>(bar, "m_pCenterTransform");
-    if (!guide.Check(point, "the reference point can't be chosen"))
-        return;
     const int steps = guide.UndoSteps();
     const auto* tool = guide.GetWindow()->FindTool<TransformTool>();
     guide.GetRobot().Click(point, QPoint(6, 34));

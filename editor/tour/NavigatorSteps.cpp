@@ -21,7 +21,7 @@ namespace
 
 NVNavigatorPanel* Panel(const TourGuide& guide)
 {
-    return guide.Find<NVNavigatorPanel>();
+    return guide.Get<NVNavigatorPanel>();
 }
 
 void TogglePanel(TourGuide& guide)
@@ -49,7 +49,7 @@ void ZoomBy(TourGuide& guide, const char* button, double scale)
 void ZoomByLadder(TourGuide& guide)
 {
     TogglePanel(guide);
-    if (!guide.Check(Panel(guide) && Panel(guide)->isVisible(), "the navigator is not to be seen"))
+    if (!guide.Check(Panel(guide)->isVisible(), "the navigator is not to be seen"))
         return;
     ChooseTab(guide, 0);
     guide.TypeInto(Control<QDoubleSpinBox>(Panel(guide), "m_pZoomSpn"), 60);
@@ -119,7 +119,8 @@ void PlayNavigator(TourGuide& guide)
     if (!guide.OpenDrawn(DrawLighthouse().image, QStringLiteral("lighthouse.png")))
         return;
     guide.Step("navigator-zoom", "The navigator: its steps zoom the canvas", ZoomByLadder);
-    if (Panel(guide) && Panel(guide)->isVisible())
+    const auto* panel = guide.Find<NVNavigatorPanel>();
+    if (panel && panel->isVisible())
     {
         guide.Step("navigator-frame", "The frame in the overview is dragged", DragFrame);
         guide.Step("navigator-loupe", "The loupe follows the pointer", LookThroughLoupe);

@@ -18,8 +18,8 @@ namespace
 void PickBrush(TourGuide& guide, int row)
 {
     KXBrushSettings* popup = guide.GetWindow()->GetBrushTool()->GetBrushBar()->GetBrushes();
-    auto* presets = popup->findChild<QListView*>();
-    if (!guide.Check(presets && presets->model()->rowCount() > row, "there are no brushes"))
+    auto* presets = Control<QListView>(popup);
+    if (!guide.Check(presets->model()->rowCount() > row, "there are no brushes"))
         return;
     const QModelIndex index = presets->model()->index(row, 0);
     presets->scrollTo(index);

@@ -56,11 +56,9 @@ void ExportPdf(TourGuide& guide)
 {
     const QString path = guide.FileFor(QStringLiteral("page.pdf"));
     guide.GetRobot().WhenModal(
-        [&](QWidget* dialog)
+        [&guide, path](QWidget* dialog)
         {
-            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-            if (guide.Check(name, "the dialog takes no name"))
-                name->setText(path);
+            Control<QLineEdit>(dialog, "fileNameEdit")->setText(path);
             guide.GetRobot().Key(Qt::Key_Return);
         });
     guide.OpenMenu(Qt::Key_F);
@@ -197,16 +195,11 @@ void PrintPage(TourGuide& guide)
     guide.GetRobot().WhenModal(
         [&](QWidget* window)
         {
-            auto* dialog = qobject_cast<NVPrintPreviewDialog*>(window);
-            if (!guide.Check(dialog, "another dialog came"))
-            {
-                guide.GetRobot().Key(Qt::Key_Escape);
-                return;
-            }
+            auto* dialog = Needed(qobject_cast<NVPrintPreviewDialog*>(window), "another dialog came");
             SetUpPage(guide, dialog);
             TryScaleAndMargins(guide, dialog);
             preview = PreviewOf(dialog);
-            guide.GetRobot().Click(window->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok));
+            guide.GetRobot().Click(Control<QDialogButtonBox>(window)->button(QDialogButtonBox::Ok));
         });
     const QStringList before = Arrived();
     guide.FocusCanvas();
@@ -216,8 +209,12 @@ void PrintPage(TourGuide& guide)
         guide.GetRobot().WaitFor([&] { return message().startsWith(QLatin1String("Sent to Colour")); }),
         QStringLiteral("the window says: %1").arg(message()));
     guide.Note(message());
-    guide.Check(guide.GetRobot().WaitFor([&] { return Arrived().size() > before.size(); }),
-                "no page arrived");
+    if (!guide.Check(guide.GetRobot().WaitFor([&] { return Arrived().size() > before.size(); }),
+                     "no page arrived"))
+    {
+        guide.CloseDiscarding();
+        return;
+    }
     guide.TakePicture();
     const QImage page = Rasterised(guide, ArrivalFolder() + QLatin1Char('/') + Arrived().constLast());
     if (page.isNull())
@@ -228,8 +225,9 @@ void PrintPage(TourGuide& guide)
     }
     CheckPage(guide, page, picture);
     guide.CloseDiscarding();
-    if (guide.OpenDrawn(Beside(preview, page), QStringLiteral("preview and page.png")))
-        guide.TakePicture();
+    if (!guide.OpenDrawn(Beside(preview, page), QStringLiteral("preview and page.png")))
+        return;
+    guide.TakePicture();
     guide.CloseDiscarding();
 }
 

@@ -3,7 +3,6 @@
 
 #include <QSpinBox>
 
-#include "Document.h"
 #include "KXDocumentInterface.h"
 #include "NVDocumentView.h"
 #include "NVSelectionToolbar.h"
@@ -21,18 +20,13 @@ namespace
 // Of the tool that is chosen; both tools have one.
 NVSelectionToolbar* Bar(const TourGuide& guide)
 {
-    return qobject_cast<NVSelectionToolbar*>(guide.GetWindow()->GetTool()->GetBar());
+    return Needed(qobject_cast<NVSelectionToolbar*>(guide.GetWindow()->GetTool()->GetBar()),
+                  "another tool is chosen");
 }
 
 QImage Mask(const TourGuide& guide)
 {
     return guide.GetPixels()->GetSelectionMask();
-}
-
-int At(const TourGuide& guide, const QPointF& point)
-{
-    const QPoint pixel = PixelOf(point);
-    return Mask(guide).isNull() ? 0 : Mask(guide).constScanLine(pixel.y())[pixel.x()];
 }
 
 // A drag that is to be one undo step.
@@ -54,7 +48,7 @@ QRect Dragged(const TourGuide& guide, const QPointF& from, const QPointF& to)
 void SelectRectangle(TourGuide& guide, const LighthousePicture& picture)
 {
     guide.ChooseTool("Rectangular Selection");
-    if (!guide.Check(Bar(guide) && Bar(guide)->isVisible(), "the selection bar is not to be seen"))
+    if (!guide.Check(Bar(guide)->isVisible(), "the selection bar is not to be seen"))
         return;
     guide.TakePictureOf(Bar(guide), QStringLiteral("selection-bar"));
     guide.TakePicture();
@@ -65,8 +59,9 @@ void SelectRectangle(TourGuide& guide, const LighthousePicture& picture)
     guide.Check(Mask(guide) == RectangleMask(size, Dragged(guide, from, to)),
                 "the selection is not what was dragged");
     const auto* outline = SelectionOutline::Of(guide.GetView());
-    guide.Check(outline && outline->IsShown() && outline->IsMoving(), "there is no moving outline");
-    const int phase = outline ? outline->GetPhase() : 0;
+    if (!guide.Check(outline && outline->IsShown() && outline->IsMoving(), "there is no moving outline"))
+        return;
+    const int phase = outline->GetPhase();
     guide.Check(guide.GetRobot().WaitFor([&] { return outline->GetPhase() != phase; }),
                 "the outline does not move");
 }
@@ -95,12 +90,12 @@ void JoinByKeys(TourGuide& guide, const LighthousePicture& picture)
     guide.TakePicture();
     const QPointF foot = picture.foot;
     Select(guide, foot - QPointF(200, 120), foot + QPointF(200, 40), Qt::ShiftModifier);
-    guide.Check(At(guide, foot - QPointF(0, 40)) == 255 && At(guide, picture.lamp) == 255,
+    guide.Check(guide.SelectedAt(foot - QPointF(0, 40)) == 255 && guide.SelectedAt(picture.lamp) == 255,
                 "Shift did not unite the two");
-    guide.Check(At(guide, foot - QPointF(195, 115)) == 0, "the ellipse has corners");
+    guide.Check(guide.SelectedAt(foot - QPointF(195, 115)) == 0, "the ellipse has corners");
     guide.TakePicture();
     Select(guide, picture.lamp - QPointF(60, 60), picture.lamp + QPointF(60, 60), Qt::AltModifier);
-    guide.Check(At(guide, picture.lamp) == 0, "Alt did not take the disc out");
+    guide.Check(guide.SelectedAt(picture.lamp) == 0, "Alt did not take the disc out");
     guide.Check(Bar(guide)->GetClearState() == 1, "the keys changed the chosen mode");
 }
 
@@ -172,7 +167,7 @@ void UseMenu(TourGuide& guide, const LighthousePicture& picture)
     guide.OpenMenu(Qt::Key_S);
     guide.TakePicture();
     guide.PressEntry(Qt::Key_I);
-    guide.Check(At(guide, selected.center()) == 0 && At(guide, picture.foot) == 255,
+    guide.Check(guide.SelectedAt(selected.center()) == 0 && guide.SelectedAt(picture.foot) == 255,
                 "the selection was not inverted");
     guide.TakePicture();
     guide.GetRobot().Key(Qt::Key_Delete);
@@ -195,7 +190,7 @@ void PlaySelection(TourGuide& guide)
         return;
     guide.Step("select", "The rectangular selection: a drag, and the moving outline",
                [&](TourGuide& it) { SelectRectangle(it, picture); });
-    if (Bar(guide))
+    if (guide.Find<NVSelectionToolbar>())
     {
         guide.Step("select-paint", "A stroke of the brush stays within the selection",
                    [&](TourGuide& it) { PaintWithin(it, picture); });

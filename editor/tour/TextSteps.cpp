@@ -26,7 +26,7 @@ const QPoint DialogPlace(160, 560);
 
 NVTextToolbar* Bar(const TourGuide& guide)
 {
-    return guide.Find<NVTextToolbar>();
+    return guide.Get<NVTextToolbar>();
 }
 
 const TextTool* Tool(const TourGuide& guide)
@@ -39,7 +39,7 @@ void ClickOn(TourGuide& guide, QAbstractButton* button)
 {
     if (!guide.Check(button && button->isVisible(), "the bar has no such button now"))
         return;
-    guide.Find<OptionArea>()->ensureWidgetVisible(button);
+    guide.Get<OptionArea>()->ensureWidgetVisible(button);
     guide.GetRobot().Settle();
     guide.GetRobot().Click(button);
 }
@@ -59,7 +59,7 @@ void TypeText(TourGuide& guide)
 {
     guide.ChooseTool("Text");
     const NVTextToolbar* bar = Bar(guide);
-    if (!guide.Check(bar && bar->isVisible(), "the text bar is not to be seen"))
+    if (!guide.Check(bar->isVisible(), "the text bar is not to be seen"))
         return;
     guide.Check(!Control<QPushButton>(bar, "m_pCommit")->isVisible(), "Commit is there without a text");
     TypeSize(guide, QStringLiteral("90"));
@@ -96,11 +96,9 @@ void Bend(TourGuide& guide, const char* bend, int key)
 {
     const QImage before = guide.GetComposition().copy();
     guide.GetRobot().WhenModal(
-        [&guide, &before, bend, key](QWidget* modal)
+        [&guide, before, bend, key](QWidget* modal)
         {
-            auto* dialog = qobject_cast<NVWarpTextDialog*>(modal);
-            if (!guide.Check(dialog, "another dialog came up"))
-                return;
+            auto* dialog = Needed(qobject_cast<NVWarpTextDialog*>(modal), "another dialog came up");
             // Away from the text, as a person would drag it.
             dialog->move(guide.GetWindow()->mapToGlobal(DialogPlace));
             guide.TypeOver(Control<QDoubleSpinBox>(dialog, "m_pBend"), bend);
@@ -168,7 +166,7 @@ void PlayText(TourGuide& guide)
     if (!guide.OpenDrawn(DrawLighthouse().image, QStringLiteral("bay.png")))
         return;
     guide.Step("text-typed", "The text tool: two lines typed on the canvas", TypeText);
-    if (Bar(guide))
+    if (guide.Find<NVTextToolbar>())
     {
         guide.Step("text-styled", "Bold, and in a color from the dialog", StyleText);
         guide.Step("text-bent-cancelled", "Bent live in the dialog; Escape puts it back",

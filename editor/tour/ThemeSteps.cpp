@@ -15,7 +15,6 @@
 #include "ColorRangeDock.h"
 #include "ColorSampleDock.h"
 #include "ColorSamples.h"
-#include "Document.h"
 #include "HistogramWidget.h"
 #include "HistoryDock.h"
 #include "KXAddToBatchDialog.h"
@@ -74,7 +73,7 @@ void ChooseTheme(TourGuide& guide, int theme, int key)
 QList<QWidget*> ShowBar(TourGuide& guide, Tool* tool, const QString& theme)
 {
     guide.ChooseTool(tool->GetName());
-    QWidget* first = tool->GetBar();
+    QWidget* first = Needed(tool->GetBar(), "the tool has no bar");
     const QString name =
         QStringLiteral("%1-%2-bar")
             .arg(theme, tool->GetName().toLower().replace(QLatin1Char(' '), QLatin1Char('-')));
@@ -83,8 +82,7 @@ QList<QWidget*> ShowBar(TourGuide& guide, Tool* tool, const QString& theme)
     guide.GetRobot().DragOn(
         guide.GetView()->viewport(),
         {OnCanvas(guide, 0.4, 0.4), OnCanvas(guide, 0.5, 0.5), OnCanvas(guide, 0.6, 0.5)});
-    const KXDocumentInterface* pixels = guide.GetPixels();
-    guide.Check(guide.GetRobot().WaitFor([pixels] { return !pixels->IsBeingEdited(); }),
+    guide.Check(guide.GetRobot().WaitFor([&guide] { return !guide.GetPixels()->IsBeingEdited(); }),
                 "the tool does not come to an end");
     QWidget* used = tool->GetBar();
     guide.TakePictureOf(used, name + QStringLiteral("-in-use"));
@@ -103,7 +101,7 @@ void ShowBars(TourGuide& guide, const QString& theme)
     for (Tool* tool : tools)
         shown += ShowBar(guide, tool, theme);
     const QList<QWidget*> bars =
-        guide.Find<OptionArea>()->widget()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        guide.Get<OptionArea>()->widget()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget* bar : bars)
         guide.Check(shown.contains(bar), QStringLiteral("%1 is not on show").arg(bar->objectName()));
     guide.ChooseTool("Brush");
@@ -184,7 +182,7 @@ void ShowPanels(TourGuide& guide, const QString& theme)
 void ShowDialog(TourGuide& guide, const QString& name, const std::function<void()>& open)
 {
     guide.GetRobot().WhenModal(
-        [&guide, &name](QWidget* dialog)
+        [&guide, name](QWidget* dialog)
         {
             guide.TakePictureOf(dialog, name);
             guide.GetRobot().Key(Qt::Key_Escape);
@@ -192,6 +190,7 @@ void ShowDialog(TourGuide& guide, const QString& name, const std::function<void(
     open();
     guide.Check(guide.GetRobot().WaitFor([&guide] { return !guide.GetRobot().IsWaitingForModal(); }),
                 QStringLiteral("there is no %1").arg(name));
+    guide.GetRobot().ForgetModal();
 }
 
 void ShowWarp(TourGuide& guide, const QString& name)
@@ -200,7 +199,7 @@ void ShowWarp(TourGuide& guide, const QString& name)
     ClickCanvas(guide, 0.4, 0.5);
     guide.GetRobot().Type(QStringLiteral("fair winds"));
     auto* warp = Control<QPushButton>(guide.Find<NVTextToolbar>(), "m_pWarp");
-    guide.Find<OptionArea>()->ensureWidgetVisible(warp);
+    guide.Get<OptionArea>()->ensureWidgetVisible(warp);
     guide.GetRobot().Settle();
     ShowDialog(guide, name, [&guide, warp] { guide.GetRobot().Click(warp); });
     guide.GetRobot().Key(Qt::Key_Escape);

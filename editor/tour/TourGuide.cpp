@@ -19,7 +19,9 @@
 #include <cmath>
 
 #include "Document.h"
+#include "DocumentWindow.h"
 #include "KXDocumentInterface.h"
+#include "KXMdiArea.h"
 #include "KXPopupWindow.h"
 #include "NVDocumentView.h"
 #include "ToolBox.h"
@@ -427,7 +429,7 @@ bool TourGuide::OpenDrawn(const QImage& image, const QString& name)
 {
     const QString path = FileFor(name);
     const bool written = image.save(path);
-    m_openBefore = m_pWindow->GetDocumentWindows().size();
+    m_openBefore = m_pWindow->GetDocumentWindows();
     if (written)
         Drop(path);
     const bool open = written && GetDocument() && GetDocument()->GetPath() == path;
@@ -456,7 +458,13 @@ void TourGuide::CloseDiscarding()
 void TourGuide::LeaveDrawn()
 {
     Attempt([](TourGuide& it) { it.ChooseTool("Brush"); });
-    const int left = m_pWindow->GetDocumentWindows().size() - m_openBefore;
-    for (int i = 0; i < left; ++i)
+    const QList<DocumentWindow*> windows = m_pWindow->GetDocumentWindows();
+    for (DocumentWindow* window : windows)
+    {
+        if (m_openBefore.contains(window) || !m_pWindow->GetDocumentWindows().contains(window))
+            continue;
+        // One of those before may have come to the front.
+        Get<KXMdiArea>()->setActiveSubWindow(window);
         Attempt([](TourGuide& it) { it.CloseDiscarding(); });
+    }
 }

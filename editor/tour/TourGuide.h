@@ -12,6 +12,7 @@
 #include "TourReport.h"
 #include "TourRobot.h"
 
+class DocumentWindow;
 class KXDocumentInterface;
 class NVDocumentView;
 class QAbstractButton;
@@ -107,8 +108,8 @@ public:
     // Opens the popup by a click on its button, takes a picture, lets the act work in it, and closes it by a
     // second click.
     void VisitPopup(QAbstractButton* button, QWidget* popup, const Act& act = Act());
-    // Opens a menu of the menu bar by Alt and its key. Ends the step if it does not open: the key of its entry
-    // would go elsewhere.
+    // Opens a menu of the menu bar by Alt and its key. Ends the step if it does not open: the key of its
+    // entry would go elsewhere.
     void OpenMenu(int key);
     // Presses the key of an entry of the open menu, which closes with it.
     void PressEntry(int key);
@@ -155,8 +156,8 @@ private:
     TourRobot m_robot;
     QTemporaryDir m_files;
     QString m_picture;
-    // Documents that were open before the last drawn one.
-    int m_openBefore = 0;
+    // Those that were open before the last drawn one.
+    QList<DocumentWindow*> m_openBefore;
     std::unique_ptr<QSettings> m_pSettings;
     std::unique_ptr<MainWindow> m_pWindow;
 };

@@ -5,7 +5,6 @@
 #include <QSpinBox>
 #include <QToolButton>
 
-#include "Document.h"
 #include "KXDocumentInterface.h"
 #include "NVMagicWandToolbar.h"
 #include "TourGuide.h"
@@ -17,14 +16,12 @@ namespace
 
 NVMagicWandToolbar* Bar(const TourGuide& guide)
 {
-    return guide.Find<NVMagicWandToolbar>();
+    return guide.Get<NVMagicWandToolbar>();
 }
 
 bool IsSelected(const TourGuide& guide, const QPointF& point)
 {
-    const QImage mask = guide.GetPixels()->GetSelectionMask();
-    const QPoint pixel = PixelOf(point);
-    return !mask.isNull() && mask.constScanLine(pixel.y())[pixel.x()] == 255;
+    return guide.SelectedAt(point) == 255;
 }
 
 int CountSelected(const TourGuide& guide)
@@ -70,7 +67,7 @@ void SelectPanel(TourGuide& guide, const BalloonPicture& picture)
 {
     guide.ChooseTool("Magic Wand");
     NVMagicWandToolbar* bar = Bar(guide);
-    if (!guide.Check(bar && bar->isVisible(), "the wand bar is not to be seen"))
+    if (!guide.Check(bar->isVisible(), "the wand bar is not to be seen"))
         return;
     guide.SetChecked(Control<QCheckBox>(bar, "m_pContiguous"), true);
     guide.TypeInto(Control<QSpinBox>(bar, "m_pTolerance"), 0);
@@ -155,7 +152,7 @@ void PlayWand(TourGuide& guide)
         return;
     guide.Step("wand", "The magic wand: a noisy panel selected by its tolerance",
                [&](TourGuide& it) { SelectPanel(it, picture); });
-    if (Bar(guide))
+    if (guide.Find<NVMagicWandToolbar>())
     {
         guide.Step("wand-keys", "Shift unites, Alt subtracts, both intersect",
                    [&](TourGuide& it) { JoinByKeys(it, picture); });
