@@ -6,6 +6,7 @@
 //
 //     bench_batch_scan --scan DIR      the scan alone
 //     bench_batch_scan --dialog DIR    the scan with its dialog on the screen
+//     bench_batch_scan --cancel DIR    how long a cancel waits, at the worst of several moments of the scan
 //     bench_batch_scan --walk DIR      what a plain QDirIterator takes to list the same files
 //     bench_batch_scan --limit DIR     what the system takes to name them all and to look at each once
 //     bench_batch_scan --suffixes      those that count as images
@@ -173,6 +174,27 @@ int scanWithDialog(const QString& path)
     std::_Exit(0);
 }
 
+int cancelled(const QString& path)
+{
+    const TwentyFormats formats;
+    double longest = 0;
+    for (const int moment : {5, 20, 60, 120, 240, 480})
+    {
+        KXAddToBatchManager manager(nullptr);
+        QEventLoop loop;
+        QObject::connect(&manager, &KXAddToBatchManager::ScanFinished, &loop, &QEventLoop::quit,
+                         Qt::QueuedConnection);
+        QTimer::singleShot(moment, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+        manager.ScanFolders({path});
+        loop.exec();
+        QElapsedTimer clock;
+        clock.start();
+        manager.Cancel();
+        longest = qMax(longest, double(clock.nsecsElapsed()) * 1e-6);
+    }
+    return printf("ms=%.1f\n", longest) < 0;
+}
+
 int walk(const QString& path)
 {
     QStringList filters;
@@ -291,6 +313,8 @@ int main(int argc, char** argv)
         return scanAlone(arguments[2]);
     if (arguments.size() == 3 && arguments[1] == QLatin1String("--dialog"))
         return scanWithDialog(arguments[2]);
+    if (arguments.size() == 3 && arguments[1] == QLatin1String("--cancel"))
+        return cancelled(arguments[2]);
     if (arguments.size() == 3 && arguments[1] == QLatin1String("--walk"))
         return walk(arguments[2]);
     if (arguments.size() == 3 && arguments[1] == QLatin1String("--limit"))

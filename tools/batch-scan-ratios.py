@@ -150,6 +150,7 @@ def measure(name, root, suffixes, rounds):
         "with dialog / without, smallest times": f"{min(times['dialog']) / min(times['scan']):.2f}",
         "longest block of the GUI thread, ms": f"{figure('scan', 'gap_ms'):.1f}",
         "the same with dialog, ms": f"{figure('dialog', 'gap_ms'):.1f}",
+        "longest wait for a cancel, ms": f"{run([PROGRAM, '--cancel', root])[0]:.1f}",
         "live bytes a node": f"{figure('scan', 'bytes_a_node'):.0f}",
         "peak memory a node, bytes": f"{figure('scan', 'peak_a_node'):.0f}",
         "time a node, us: median (smallest)":

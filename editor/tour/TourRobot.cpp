@@ -1,5 +1,6 @@
 #include "TourRobot.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCursor>
 #include <QEvent>
@@ -29,6 +30,8 @@ namespace
 {
 
 const int PatienceMs = 10000;
+// A window manager that just then moves a new dialog loses a click on it.
+const int ClicksAtMost = 3;
 const int LookMs = 5;
 // Times the patience: a dialog may be at work that takes long, on a slow machine.
 const int LeftAlone = 12;
@@ -134,7 +137,19 @@ void TourRobot::Click(QWidget* widget, const QPoint& point, Qt::KeyboardModifier
 
 void TourRobot::Click(QWidget* widget)
 {
+    const QPointer<QAbstractButton> button = qobject_cast<QAbstractButton*>(widget);
+    bool isClicked = false;
+    QObject context;
+    if (button)
+        connect(button, &QAbstractButton::clicked, &context, [&isClicked] { isClicked = true; });
     Click(widget, Needed(widget, "there is nothing to click at")->rect().center());
+    const auto isLost = [&]
+    {
+        return button && !isClicked && button->isEnabled() && !QApplication::activePopupWidget() &&
+            button->window() == QApplication::activeModalWidget();
+    };
+    for (int i = 1; i < ClicksAtMost && isLost(); ++i)
+        Click(widget, widget->rect().center());
 }
 
 void TourRobot::DoubleClick(QWidget* widget, const QPoint& point)

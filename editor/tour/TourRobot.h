@@ -63,6 +63,7 @@ public:
     // A widget that is null ends the step.
     void Move(QWidget* widget, const QPoint& point);
     void Click(QWidget* widget, const QPoint& point, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    // In the middle. A button of the modal window that is not clicked by it gets further ones.
     void Click(QWidget* widget);
     void DoubleClick(QWidget* widget, const QPoint& point);
     // Turns of the wheel, towards the person above 0.

@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QMenu>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTimer>
 
 #include "KXDialog.h"
@@ -34,6 +35,20 @@ class Box : public KXDialog
 {
 public:
     explicit Box(QWidget* parent = nullptr) : KXDialog(parent) { resize(200, 120); }
+};
+
+// Lets that many clicks end nowhere.
+class ReleaseEater : public QObject
+{
+public:
+    explicit ReleaseEater(int count) : m_count(count) { }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        return event->type() == QEvent::MouseButtonRelease && m_count-- > 0;
+    }
+
+private:
+    int m_count;
 };
 
 void Work(TourRobot& robot)
@@ -93,6 +108,36 @@ private Q_SLOTS:
         {
             QCOMPARE(end.GetReason(), QStringLiteral("it is gone"));
         }
+    }
+
+    void aLostClickOnAButtonOfADialogIsRepeated_data()
+    {
+        QTest::addColumn<int>("lost");
+        QTest::addColumn<int>("clicked");
+        QTest::newRow("none") << 0 << 1;
+        QTest::newRow("one") << 1 << 1;
+        QTest::newRow("two") << 2 << 1;
+        QTest::newRow("all") << 9 << 0;
+    }
+    void aLostClickOnAButtonOfADialogIsRepeated()
+    {
+        QFETCH(const int, lost);
+        Hands hands;
+        QDialog dialog;
+        QPushButton button("Yes", &dialog);
+        ReleaseEater eater(lost);
+        button.installEventFilter(&eater);
+        QSignalSpy clicked(&button, &QPushButton::clicked);
+        hands.robot.WhenModal(
+            [&](QWidget*)
+            {
+                hands.robot.Click(&button);
+                dialog.reject();
+            });
+
+        dialog.exec();
+
+        QTEST(int(clicked.size()), "clicked");
     }
 
     void aModalWindowGetsTheFunctionThatWaitsForIt()
