@@ -1,5 +1,6 @@
 // The batch window: a folder tree scanned, a job run on it, and its report.
 
+#include <QBuffer>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -70,12 +71,13 @@ bool WaitForIdle(TourGuide& guide)
 void WriteTree(TourGuide& guide)
 {
     const QImage images[] = {DrawLighthouse().image, DrawBalloon().image, DrawPortrait().image};
-    QStringList sources;
+    QVector<QByteArray> pictures;
     for (const QImage& image : images)
     {
-        sources += guide.FileFor(QStringLiteral("source%1.jpg").arg(sources.size()));
-        guide.Check(image.scaledToWidth(600, Qt::SmoothTransformation).save(sources.last()),
-                    "no file to try");
+        QBuffer file;
+        guide.Check(image.scaledToWidth(600, Qt::SmoothTransformation).save(&file, "JPEG"),
+                    "no picture to try");
+        pictures += file.data();
     }
     for (int i = 0; i < Years * Months * PicturesAMonth; ++i)
     {
@@ -84,7 +86,9 @@ void WriteTree(TourGuide& guide)
                                   .arg(2010 + i / PicturesAMonth / Months)
                                   .arg(i / PicturesAMonth % Months + 1);
         QDir().mkpath(month);
-        QFile::copy(sources.at(i % sources.size()), QStringLiteral("%1/picture %2.jpg").arg(month).arg(i));
+        QFile file(QStringLiteral("%1/picture %2.jpg").arg(month).arg(i));
+        guide.Check(file.open(QIODevice::WriteOnly) && file.write(pictures.at(i % pictures.size())) > 0,
+                    "no file to try");
     }
     QFile notes(Root(guide) + QStringLiteral("/notes.txt"));
     QFile broken(Root(guide) + QStringLiteral("/no picture.png"));
