@@ -198,6 +198,7 @@ void TourRobot::Key(int key, Qt::KeyboardModifiers modifiers, const QString& tex
         m_pHome->activateWindow();
         WaitFor([] { return KeyboardWindow() != nullptr; });
     }
+    AwaitActive(QApplication::activeModalWidget());
     QWindow* window = KeyboardWindow();
     if (!window)
         return;
@@ -252,7 +253,11 @@ void TourRobot::OnLook()
         m_leftSince.start();
     m_pLeft = modal;
     if (m_whenModal && !IsAnswered(modal))
-        Answer(modal);
+    {
+        // Before that a window manager may still move it.
+        if (modal->isActiveWindow() || m_leftSince.hasExpired(m_patience))
+            Answer(modal);
+    }
     else if (m_leftSince.hasExpired(qint64(LeftAlone) * m_patience))
     {
         if (m_report)
@@ -303,23 +308,36 @@ void TourRobot::Dismiss(QWidget* modal)
     m_pBusy = before;
 }
 
+// A window manager gives a window its place and the keyboard when it finds the time. Popups get neither.
+void TourRobot::AwaitActive(QWidget* window)
+{
+    const QPointer<QWidget> awaited = window;
+    const auto isReady = [&awaited]
+    {
+        return !awaited || !awaited->isVisible() || awaited->isActiveWindow() ||
+            QApplication::activePopupWidget();
+    };
+    if (isReady())
+        return;
+    window->activateWindow();
+    WaitFor(isReady);
+}
+
 void TourRobot::Mouse(QWidget* widget, const QPoint& point, int type, Qt::MouseButton button,
                       Qt::KeyboardModifiers modifiers)
 {
-    QWidget* top = Needed(widget, "there is nothing to point at")->window();
+    const QPointer<QWidget> target = Needed(widget, "there is nothing to point at");
+    if (type == QEvent::MouseButtonPress)
+        AwaitActive(target->window());
+    if (!target)
+        return;
+    QWidget* top = target->window();
     const QPoint global = widget->mapToGlobal(point);
     // Who asks for the pointer instead of waiting for events gets the same answer.
     if (type != QEvent::MouseMove || CanPlacePointer(top))
         QCursor::setPos(global);
     if (type == QEvent::MouseButtonPress)
-    {
         m_buttons |= button;
-        if (!top->isActiveWindow() && !QApplication::activePopupWidget())
-        {
-            top->activateWindow();
-            Settle();
-        }
-    }
     else if (type == QEvent::MouseButtonRelease)
         m_buttons &= ~Qt::MouseButtons(button);
     m_time += 10;

@@ -93,6 +93,7 @@ private:
     bool IsAnswered(const QWidget* modal) const;
     void Answer(QWidget* modal);
     void Dismiss(QWidget* modal);
+    void AwaitActive(QWidget* window);
     void Mouse(QWidget* widget, const QPoint& point, int type, Qt::MouseButton button,
                Qt::KeyboardModifiers modifiers);
 
