@@ -140,6 +140,45 @@ private Q_SLOTS:
         QTEST(int(clicked.size()), "clicked");
     }
 
+    void aModalWindowIsActiveBeforeOneActsInIt_data()
+    {
+        QTest::addColumn<int>("patience");
+        QTest::addColumn<bool>("active");
+        QTest::newRow("it gets the keyboard late") << 10000 << true;
+        QTest::newRow("it never gets it") << Patience << false;
+    }
+    void aModalWindowIsActiveBeforeOneActsInIt()
+    {
+        QFETCH(const int, patience);
+        QFETCH(const bool, active);
+        Hands hands;
+        hands.robot.SetPatience(patience);
+        Box dialog;
+        QWidget* wasActive = nullptr;
+        const auto act = [&](QWidget* modal)
+        {
+            wasActive = QApplication::activeWindow();
+            QCOMPARE(modal, &dialog);
+            dialog.Reject();
+        };
+        QWidget other;
+        other.show();
+        QTimer::singleShot(0, &dialog,
+                           [&]
+                           {
+                               QVERIFY(QTest::qWaitForWindowActive(&dialog));
+                               QApplication::setActiveWindow(&other);
+                               hands.robot.WhenModal(act);
+                               if (active)
+                                   QTimer::singleShot(20, &dialog,
+                                                      [&] { QApplication::setActiveWindow(&dialog); });
+                           });
+
+        dialog.Exec();
+
+        QCOMPARE(wasActive, active ? static_cast<QWidget*>(&dialog) : &other);
+    }
+
     void aModalWindowGetsTheFunctionThatWaitsForIt()
     {
         Hands hands;
