@@ -95,6 +95,8 @@ private:
         QStringList paths;
     };
 
+    void stayAwake();
+
     QList<KXBatchInputModel::Node*> m_results;
     QList<Job> m_jobs;
     QFutureWatcher<BatchScanResult> m_watcher;

@@ -1,8 +1,11 @@
 #include "KXAddToBatchManager.h"
 
+#include <QAbstractEventDispatcher>
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSet>
+#include <QThread>
 #include <QtConcurrentMap>
 
 #include "FolderListing_p.h"
@@ -15,6 +18,9 @@ using Roles = QMap<int, QVariant>;
 
 namespace
 {
+
+// In nanoseconds: a few times what a small folder takes.
+constexpr qint64 longestWake = 150000;
 
 // The same text, held once for all nodes that a thread makes.
 QString shared(const QString& suffix)
@@ -136,6 +142,8 @@ KXAddToBatchManager::KXAddToBatchManager(QObject* parent) : QObject(parent)
     connect(&m_watcher, &Watcher::finished, this, &KXAddToBatchManager::OnScanFinished);
     connect(&m_watcher, &Watcher::progressRangeChanged, this, &KXAddToBatchManager::ProgressChanged);
     connect(&m_watcher, &Watcher::progressValueChanged, this, &KXAddToBatchManager::Progress);
+    if (const auto* dispatcher = QAbstractEventDispatcher::instance())
+        connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, &KXAddToBatchManager::stayAwake);
     if (const NVImageFileManager* manager = NVImageFileManager::GetInstance())
     {
         OnSupportedGroupChanged();
@@ -216,6 +224,16 @@ void KXAddToBatchManager::OnScanFinished()
     const ScanFunctor functor{job.parent, m_filters};
     // Results of a run that has ended are lost here if they have not been taken over.
     m_watcher.setFuture(QtConcurrent::mapped(job.paths, functor));
+}
+
+// To fall asleep and be woken up takes longer than most folders do.
+void KXAddToBatchManager::stayAwake()
+{
+    const QFuture<BatchScanResult> run = m_watcher.future();
+    QElapsedTimer clock;
+    clock.start();
+    while (!run.isFinished() && clock.nsecsElapsed() < longestWake)
+        QThread::yieldCurrentThread();
 }
 
 void KXAddToBatchManager::OnSupportedGroupChanged()
