@@ -21,6 +21,9 @@ import sys
 import tempfile
 import time
 
+# The chain of folders is taken down by recursion.
+sys.setrecursionlimit(5000)
+
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 PROGRAM = os.path.join(ROOT, "build/release/bin/bench_batch_scan")
 WALK = """
