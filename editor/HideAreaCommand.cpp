@@ -37,18 +37,6 @@ HideAreaCommand::HideAreaCommand(const QString& text, KXDocumentInterface* docum
 {
 }
 
-qint64 HideAreaCommand::GetMemoryBytes() const
-{
-    return 0;
-}
-
-qint64 HideAreaCommand::GetBytes() const
-{
-    return 0;
-}
-
-void HideAreaCommand::MoveToDisk() { }
-
 void HideAreaCommand::TakeBack()
 {
     const int current = m_pDocument->GetCurrentLayer() / 2;

@@ -18,10 +18,6 @@ public:
     HideAreaCommand(const QString& text, KXDocumentInterface* document, const CropFrame& frame,
                     const QVector<QImage>& layers);
 
-    qint64 GetMemoryBytes() const override;
-    qint64 GetBytes() const override;
-    void MoveToDisk() override;
-
 private:
     void TakeBack() override;
     // Drops out of the stack when memory is short.

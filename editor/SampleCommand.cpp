@@ -10,19 +10,6 @@ SampleCommand::SampleCommand(const QString& text, ColorSamples* samples, const Q
 {
 }
 
-// There are no pixels in it, and nothing that a file would be worth.
-qint64 SampleCommand::GetMemoryBytes() const
-{
-    return 0;
-}
-
-qint64 SampleCommand::GetBytes() const
-{
-    return 0;
-}
-
-void SampleCommand::MoveToDisk() { }
-
 void SampleCommand::TakeBack()
 {
     if (m_pSamples)

@@ -15,10 +15,6 @@ public:
     // The samples have been changed already. They are not owned.
     SampleCommand(const QString& text, ColorSamples* samples, const QVector<QPoint>& before);
 
-    qint64 GetMemoryBytes() const override;
-    qint64 GetBytes() const override;
-    void MoveToDisk() override;
-
 private:
     void TakeBack() override;
     void CarryOut() override;

@@ -11,6 +11,18 @@ quint64 UndoStep::GetNumber() const
     return m_number;
 }
 
+qint64 UndoStep::GetMemoryBytes() const
+{
+    return 0;
+}
+
+qint64 UndoStep::GetBytes() const
+{
+    return 0;
+}
+
+void UndoStep::MoveToDisk() { }
+
 void UndoStep::SetPassedOver(bool passedOver)
 {
     m_isPassedOver = passedOver;

@@ -11,11 +11,11 @@ public:
 
     // Tells it from all other steps of the program. Later steps have higher numbers.
     quint64 GetNumber() const;
-    // What it holds of pixels, in bytes: in memory, and wherever that is.
-    virtual qint64 GetMemoryBytes() const = 0;
-    virtual qint64 GetBytes() const = 0;
+    // What it holds of pixels, in bytes: in memory, and wherever that is. None, unless a step says otherwise.
+    virtual qint64 GetMemoryBytes() const;
+    virtual qint64 GetBytes() const;
     // Puts the pixels into a temporary file until they are needed. They stay in memory when that fails.
-    virtual void MoveToDisk() = 0;
+    virtual void MoveToDisk();
     // While it is passed over, undo() and redo() change nothing: the stack may walk to its bottom and back.
     void SetPassedOver(bool passedOver);
 

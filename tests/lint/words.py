@@ -65,8 +65,9 @@ RULE = lintlib.Rule(
     },
     # Words and places that only look like those.
     good={
-        "a.md": "The editor restores the session, and work goes on. A part 3 inches wide. Issues and specific parts.",
-        "b.sh": "mktemp /tmp/a." + "X" * 6 + "\nls /home/a/work/x",
+        "a.md": joined("The editor restores the ses", "sion, and work goes on. A pa", "rt 3 inches wide. Iss", "ues.")
+        + " Specific parts.",
+        "b.sh": joined("mktemp /tm", "p/a.") + "X" * 6 + joined("\nls /ho", "me/a/wo", "rk/x"),
         "c.png": "\0" + joined("TO", "DO"),
     },
 )

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 
+#include "BusyThreads.h"
 #include "FolderTree.h"
 #include "KXAddToBatchManager.h"
 #include "NVImageFileManager.h"
@@ -207,6 +208,7 @@ private Q_SLOTS:
     void eachPathIsLookedAtOnceAndEachFolderIsReadOnce();
     void progressBeginsAnewWithEachRun();
     void nothingHappensWithoutAnEventLoop();
+    void eventLoopGoesOnWhileAFolderCannotBegin();
     void emptyListFinishes();
     void emptyFolderHasNoFurtherRun();
     void pathsWithoutANodeAreDroppedSilently();
@@ -431,6 +433,26 @@ void tst_KXAddToBatchManager::nothingHappensWithoutAnEventLoop()
     QThreadPool::globalInstance()->waitForDone();
     QCOMPARE(log.Count(), 2);
     QVERIFY(manager.TakeResult().isEmpty());
+    QVERIFY(RunToTheEnd(manager));
+    const Roots roots(manager.TakeResult());
+    QCOMPARE(roots.list.size(), 1);
+}
+
+void tst_KXAddToBatchManager::eventLoopGoesOnWhileAFolderCannotBegin()
+{
+    const Formats formats;
+    const FolderTree tree;
+    tree.File("a.png");
+    BusyThreads threads;
+    Manager manager(nullptr);
+    manager.ScanFolders({tree.Path()});
+    int ticks = 0;
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, &timer, [&ticks] { ++ticks; });
+    timer.start(1);
+    QTRY_VERIFY(ticks > 3);
+    QVERIFY(manager.TakeResult().isEmpty());
+    threads.Open();
     QVERIFY(RunToTheEnd(manager));
     const Roots roots(manager.TakeResult());
     QCOMPARE(roots.list.size(), 1);
