@@ -161,6 +161,8 @@ int scanWithDialog(const QString& path)
 {
     const TwentyFormats formats;
     KXBatchInputModel model;
+    // Fonts and the style are loaded in a running editor.
+    KXAddToBatchDialog(&model, nullptr).AddFolders({});
     GapMeter gaps;
     QElapsedTimer clock;
     clock.start();

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QStringList>
 
+#include <vector>
+
 #include "KXBatchInputModel.h"
 #include "generaltoolsgui_export.h"
 
@@ -43,9 +45,10 @@ struct GENERALTOOLSGUI_EXPORT ScanFunctor
 // folder are looked at on the threads of the global pool.
 //
 // Needs a running event loop, which stays awake for up to 150 us at a time while a folder is in work: to be
-// woken up would take longer than most folders do. Don't delete it from within one of its signals;
-// deleteLater() is safe. Roots that nobody took are deleted with it. It does not wait then for the folder in
-// work, and the few nodes of that are lost.
+// woken up would take longer than most folders do. For the same reason a thread of the pool stays awake for
+// up to 50 us after each folder. Don't delete it from within one of its signals; deleteLater() is safe. Roots
+// that nobody took are deleted with it. It does not wait then for the folder in work, and the few nodes of
+// that are lost.
 class GENERALTOOLSGUI_EXPORT KXAddToBatchManager : public QObject
 {
     Q_OBJECT
@@ -96,10 +99,16 @@ private:
         QStringList paths;
     };
 
+    void addToFileCounts(KXBatchInputModel::Node* node, int count);
     void stayAwake();
 
     QList<KXBatchInputModel::Node*> m_results;
     QList<Job> m_jobs;
     QFutureWatcher<BatchScanResult> m_watcher;
     QStringList m_filters;
+    // Where the counts of the run's parent and of all above it stand, once one of its files is known: to look
+    // for them anew with each file takes longest in deep folders.
+    std::vector<int*> m_counts;
+    // Whether others may change the nodes that the scan adds to.
+    bool m_isTaken = false;
 };

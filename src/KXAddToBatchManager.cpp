@@ -21,6 +21,7 @@ namespace
 
 // In nanoseconds: a few times what a small folder takes.
 constexpr qint64 longestWake = 150000;
+constexpr qint64 longestWakeOfWorkers = 50000;
 
 // The same text, held once for all nodes that a thread makes.
 QString shared(const QString& suffix)
@@ -92,21 +93,45 @@ int intOf(const Node* node, int role)
     return valueOf(node, role).toInt();
 }
 
-// To the node and all above it.
-void addToFileCounts(Node* node, int count)
+// Where the number stands.
+int* fileCountOf(Node* node)
 {
-    if (count == 0)
-        return;
-    for (; node; node = node->parent)
-    {
-        Roles& roles = node->data.roles;
-        // The role with the greatest number stands last.
-        auto at = roles.end();
-        if (roles.isEmpty() || (--at).key() != Model::NodeFileCountRole)
-            at = roles.insert(Model::NodeFileCountRole, 0);
-        *at = at->toInt() + count;
-    }
+    Roles& roles = node->data.roles;
+    // The role with the greatest number stands last.
+    auto at = roles.end();
+    if (roles.isEmpty() || (--at).key() != Model::NodeFileCountRole)
+        at = roles.insert(Model::NodeFileCountRole, 0);
+    *at = at->toInt();
+    return static_cast<int*>(at->data());
 }
+
+// Keeps the thread of the pool that ends a run awake for an eighth of the run's time: the event loop mostly
+// begins the next run by then. What the starting thread copies and drops does nothing.
+class WakefulEnd
+{
+public:
+    WakefulEnd() { m_sinceStart.start(); }
+    WakefulEnd(const WakefulEnd&) = default;
+    WakefulEnd& operator=(const WakefulEnd&) = delete;
+    ~WakefulEnd()
+    {
+        if (QThread::currentThread() == m_starter)
+            return;
+        const qint64 now = m_sinceStart.nsecsElapsed();
+        const qint64 end = now + qMin(now / 8, longestWakeOfWorkers);
+        while (m_sinceStart.nsecsElapsed() < end)
+            QThread::yieldCurrentThread();
+    }
+
+private:
+    const QThread* m_starter = QThread::currentThread();
+    QElapsedTimer m_sinceStart;
+};
+
+struct WakefulFunctor : ScanFunctor
+{
+    WakefulEnd end;
+};
 
 } // namespace
 
@@ -161,6 +186,7 @@ QList<Node*> KXAddToBatchManager::TakeResult()
 {
     QList<Node*> results;
     results.swap(m_results);
+    m_isTaken = true;
     return results;
 }
 
@@ -221,9 +247,29 @@ void KXAddToBatchManager::OnScanFinished()
     Q_EMIT NewFolder(job.parent ? tr("Folder: %1").arg(valueOf(job.parent, Model::NodePathRole).toString())
                                 : tr("Folder:"));
     Q_EMIT ReadyAt(QString());
-    const ScanFunctor functor{job.parent, m_filters};
+    const WakefulFunctor functor{{job.parent, m_filters}, {}};
     // Results of a run that has ended are lost here if they have not been taken over.
     m_watcher.setFuture(QtConcurrent::mapped(job.paths, functor));
+    m_counts.clear();
+    // With no job left of before, all that comes hangs under nodes that nobody else has.
+    if (!job.parent && m_jobs.isEmpty())
+        m_isTaken = false;
+}
+
+// To the node, which is that of the run, and to all above it.
+void KXAddToBatchManager::addToFileCounts(Node* node, int count)
+{
+    if (count == 0)
+        return;
+    if (m_isTaken)
+        m_counts.clear();
+    if (m_counts.empty())
+    {
+        for (; node; node = node->parent)
+            m_counts.push_back(fileCountOf(node));
+    }
+    for (int* value : m_counts)
+        *value += count;
 }
 
 // To fall asleep and be woken up takes longer than most folders do.

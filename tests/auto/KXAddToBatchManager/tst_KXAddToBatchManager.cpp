@@ -204,6 +204,7 @@ private Q_SLOTS:
     void foldersGiveTheirTextsLevelByLevel();
     void textsAreTranslated();
     void treeIsSortedCountedAndComplete();
+    void countsGoOnFromWhatTheNewOwnerSet();
     void eachNodeIsToldOnceAndEachRunBeginsEmpty();
     void eachPathIsLookedAtOnceAndEachFolderIsReadOnce();
     void progressBeginsAnewWithEachRun();
@@ -355,6 +356,38 @@ void tst_KXAddToBatchManager::treeIsSortedCountedAndComplete()
     QCOMPARE(AllBelow(root).size(), 1 + 6 * 3 + 6 * (4 + 7));
     QCOMPARE(PathsBelow(root->children.first()).mid(0, 3),
              QStringList({tree.Path("folder 0"), tree.Path("folder 0/empty"), tree.Path("folder 0/in")}));
+}
+
+void tst_KXAddToBatchManager::countsGoOnFromWhatTheNewOwnerSet()
+{
+    const Formats formats;
+    const FolderTree tree;
+    tree.File("a.png");
+    tree.File("b.png");
+    tree.File("c.png");
+    Manager manager(nullptr);
+    QList<Node*> taken;
+    KXBatchInputModel::NodeData before;
+    // An empty line, the folder, an empty line, its first file.
+    const AfterSignals first(&manager, 4,
+                             [&]
+                             {
+                                 taken = manager.TakeResult();
+                                 before = taken.value(0)->data;
+                                 taken.value(0)->data.roles[Model::NodeFileCountRole] = 100;
+                             });
+    manager.ScanFolders({tree.Path()});
+    QVERIFY(RunToTheEnd(manager));
+    const Roots roots(taken);
+    QCOMPARE(roots.list.size(), 1);
+    QCOMPARE(FileCount(roots.list[0]), 102);
+    QCOMPARE(before.roles.value(Model::NodeFileCountRole).toInt(), 1);
+
+    manager.ScanFolders({tree.Path()});
+    QVERIFY(RunToTheEnd(manager));
+    const Roots again(manager.TakeResult());
+    QCOMPARE(Flaw(again.list.value(0)), QString());
+    QCOMPARE(FileCount(again.list[0]), 3);
 }
 
 void tst_KXAddToBatchManager::eachNodeIsToldOnceAndEachRunBeginsEmpty()
