@@ -2,6 +2,7 @@
 # the toolkit's generators, and one way to declare a library, a test and a benchmark.
 
 include(GenerateExportHeader)
+include(NorvaneInstall)
 
 find_program(NORVANE_CCACHE ccache)
 find_program(NORVANE_LLD ld.lld)
@@ -77,6 +78,7 @@ function(norvane_add_library name)
     target_include_directories(${name} PUBLIC
         $<BUILD_INTERFACE:${arg_INCLUDE}> $<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}>)
     target_link_libraries(${name} PUBLIC ${arg_LINK})
+    norvane_install_library(${name} HEADERS ${headers} ${CMAKE_CURRENT_BINARY_DIR}/${name}_export.h)
 endfunction()
 
 # norvane_add_sibling(<name> SOURCES <file>... [LINK <target>...])

@@ -30,6 +30,8 @@ int main(int argc, char* argv[])
     QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     QCoreApplication::setOrganizationName(QStringLiteral("Norvane"));
     QCoreApplication::setApplicationName(QStringLiteral("norvane"));
+    // under which a desktop finds the icon of the window
+    QGuiApplication::setDesktopFileName(QStringLiteral("norvane"));
     QCoreApplication::setApplicationVersion(QStringLiteral(NORVANE_VERSION));
 
     QCommandLineParser parser;

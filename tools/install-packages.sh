@@ -13,7 +13,7 @@ group_packages() {
         run) echo qt5-image-formats-plugins kimageformat-plugins fonts-dejavu-core xvfb xauth openbox xdotool ;;
         # only for a desktop that offers Wayland and no X
         wayland) echo qtwayland5 ;;
-        test) echo git ;;
+        test) echo desktop-file-utils git ;;
         # a print server for the tests, and what measures the documents that reach it
         print) echo cups-daemon cups-client poppler-utils ;;
         lint) echo git clang-format clang-tidy clazy ;;

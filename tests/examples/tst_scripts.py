@@ -101,13 +101,13 @@ class InstallPackages(ScriptTest):
         (self.programs / "apt-get").unlink()
         run = self.install("test")
         self.assertNotEqual(run.returncode, 0)
-        self.assertIn("missing packages: git", run.stderr)
+        self.assertIn("missing packages: desktop-file-utils git", run.stderr)
 
     def test_names_the_packages_when_there_is_no_dpkg(self):
         (self.programs / "dpkg-query").unlink()
         run = self.install("test")
         self.assertNotEqual(run.returncode, 0)
-        self.assertIn("missing packages: git", run.stderr)
+        self.assertIn("missing packages: desktop-file-utils git", run.stderr)
         self.assertEqual(self.install("test", NORVANE_SKIP_PACKAGES="1").returncode, 0)
 
     def test_fails_when_apt_fails(self):
@@ -116,7 +116,7 @@ class InstallPackages(ScriptTest):
                 self.program("apt-get", body)
                 run = self.install("test")
                 self.assertNotEqual(run.returncode, 0)
-                self.assertIn("missing packages: git", run.stderr)
+                self.assertIn("missing packages: desktop-file-utils git", run.stderr)
 
     def test_refuses_an_old_cmake(self):
         for version, good in (("3.24.4", False), ("3.9.0", False), ("3.25.0", True), ("4.0.1", True)):
