@@ -276,6 +276,9 @@ void KXAddToBatchManager::addToFileCounts(Node* node, int count)
 void KXAddToBatchManager::stayAwake()
 {
     const QFuture<BatchScanResult> run = m_watcher.future();
+    // The texts on the folder before are dealt with while this one is in work.
+    if (run.isFinished() || QAbstractEventDispatcher::instance()->hasPendingEvents())
+        return;
     QElapsedTimer clock;
     clock.start();
     while (!run.isFinished() && clock.nsecsElapsed() < longestWake)
