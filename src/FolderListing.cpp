@@ -171,10 +171,11 @@ bool IsCleanPath(const QString& path)
     if (!path.startsWith(QLatin1Char('/')))
         return false;
     // To the end in any case, which many letters at once take less time for.
-    const ushort* letters = path.utf16();
+    const QChar* letters = path.constData();
     unsigned found = 0;
     for (int i = 1; i < path.size(); ++i)
-        found |= unsigned(letters[i - 1] == '/') & unsigned(letters[i] == '/' || letters[i] == '.');
+        found |= unsigned(letters[i - 1] == QLatin1Char('/')) &
+            unsigned(letters[i] == QLatin1Char('/') || letters[i] == QLatin1Char('.'));
     return !found;
 }
 
