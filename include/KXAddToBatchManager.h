@@ -111,4 +111,5 @@ private:
     std::vector<int*> m_counts;
     // Whether others may change the nodes that the scan adds to.
     bool m_isTaken = false;
+    int m_waitsToLeaveOut = 0;
 };

@@ -5,9 +5,10 @@
 
 Prints a table. Against others stand ratios of wall times, taken in one run and pair by pair: their median and, in
 brackets, the smallest and the largest; on a machine with other work the ratio of the smallest times says more. The
-"limit" reads the folders and asks the system once for each matching file, on one thread, and keeps nothing. Paths are
-about 80 characters long, but for those of "deep". The trees are made in a temporary folder and read once before the
-first round, so that the cache is warm. Build first: cmake --build build/release --target bench_batch_scan
+"limit" reads the folders and asks the system once for each matching file, on one thread, and keeps nothing; it also
+runs before each of the programs, unmeasured, so that the cache is warm on machines that soon give up theirs. Paths are
+about 80 characters long, but for those of "deep". The trees are made in a temporary folder.
+Build first: cmake --build build/release --target bench_batch_scan
 """
 
 import argparse
@@ -121,6 +122,7 @@ def measure(name, root, suffixes, rounds):
     seen = {key: [] for key in programs}
     for turn in range(rounds):
         for key in list(programs) if turn % 2 == 0 else reversed(list(programs)):
+            run(programs["limit"])
             wall, figures = run(programs[key])
             times[key].append(wall)
             seen[key].append(figures)

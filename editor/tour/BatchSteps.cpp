@@ -13,6 +13,7 @@
 #include "BatchJob.h"
 #include "BatchTreeView.h"
 #include "BatchWindow.h"
+#include "KXAddToBatchDialog.h"
 #include "NVSpinBox.h"
 #include "Thumbnails.h"
 #include "TourGuide.h"
@@ -115,18 +116,19 @@ void OpenWindow(TourGuide& guide)
 void WatchScan(TourGuide& guide, QWidget* dialog, const QString& picture)
 {
     guide.TakePicture();
-    const auto* file = dialog->findChild<QLabel*>(QStringLiteral("m_pFile"));
-    if (!file)
+    if (!qobject_cast<KXAddToBatchDialog*>(dialog))
     {
         guide.GetRobot().WhenModal([&guide, picture](QWidget* next) { WatchScan(guide, next, picture); });
         guide.GetRobot().Key(Qt::Key_Return);
         return;
     }
-    guide.Check(guide.GetRobot().WaitFor([file] { return file->text().contains(QLatin1Char('.')); }),
-                "the dialog names no file");
-    guide.TakePicture();
-    if (!picture.isEmpty())
-        guide.TakePictureOf(dialog, picture);
+    guide.ActAmidScan(dialog,
+                      [dialog, &picture](TourGuide& it)
+                      {
+                          it.TakePicture();
+                          if (!picture.isEmpty())
+                              it.TakePictureOf(dialog, picture);
+                      });
 }
 
 // Names the folder in the dialog, and sees its scan to the end.

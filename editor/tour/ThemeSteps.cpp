@@ -224,12 +224,13 @@ void ShowGradientEditor(TourGuide& guide, const QString& name)
 void ShowScan(TourGuide& guide, const QString& name)
 {
     KXBatchInputModel model;
-    ShowDialog(guide, name,
-               [&guide, &model]
-               {
-                   KXAddToBatchDialog dialog(&model, guide.GetWindow());
-                   dialog.AddFolders({guide.FileFor(QStringLiteral("Photographs"))});
-               });
+    KXAddToBatchDialog dialog(&model, guide.GetWindow());
+    guide.GetRobot().WhenModal(
+        [&guide, name](QWidget* shown)
+        { guide.ActAmidScan(shown, [shown, &name](TourGuide& it) { it.TakePictureOf(shown, name); }); });
+    dialog.AddFolders({guide.FileFor(QStringLiteral("Photographs"))});
+    guide.Check(!guide.GetRobot().IsWaitingForModal(), QStringLiteral("there is no %1").arg(name));
+    guide.GetRobot().ForgetModal();
 }
 
 // Without a printer there are no pages to choose, and the preview is empty.

@@ -20,6 +20,7 @@
 
 #include "Document.h"
 #include "DocumentWindow.h"
+#include "KXAddToBatchManager.h"
 #include "KXDocumentInterface.h"
 #include "KXMdiArea.h"
 #include "KXPopupWindow.h"
@@ -187,6 +188,25 @@ void TourGuide::TakePictureOf(QWidget* widget, const QString& name)
 {
     if (Check(widget, QStringLiteral("there is nothing to show as %1").arg(name)))
         m_report.TakePictureOf(widget, name);
+}
+
+void TourGuide::ActAmidScan(QWidget* dialog, const Act& act)
+{
+    const auto* manager = Control<KXAddToBatchManager>(dialog);
+    const auto* file = Control<QLabel>(dialog, "m_pFile");
+    bool isDone = false;
+    const QObject lifetime;
+    QObject::connect(
+        manager, &KXAddToBatchManager::Progress, &lifetime,
+        [&](int value)
+        {
+            if (isDone || value == 0 || QFileInfo(file->text()).suffix().isEmpty())
+                return;
+            isDone = true;
+            act(*this);
+        },
+        Qt::QueuedConnection);
+    Check(m_robot.WaitFor([&isDone] { return isDone; }), "the dialog names no file");
 }
 
 bool TourGuide::End()

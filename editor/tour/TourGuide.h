@@ -93,6 +93,9 @@ public:
     void TakePicture();
     // A picture of the widget alone, under a name of its own: what documentation shows.
     void TakePictureOf(QWidget* widget, const QString& name);
+    // Acts once the dialog of a scan has named a file: that is how it is seen, while between two turns of the
+    // event loop it mostly names none.
+    void ActAmidScan(QWidget* dialog, const Act& act);
     // Closes the window and writes the page; true if all went well.
     bool End();
 

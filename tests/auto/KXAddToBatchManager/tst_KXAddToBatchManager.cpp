@@ -368,6 +368,8 @@ void tst_KXAddToBatchManager::countsGoOnFromWhatTheNewOwnerSet()
     Manager manager(nullptr);
     QList<Node*> taken;
     KXBatchInputModel::NodeData before;
+    // Behind the count among the roles.
+    const int ownersRole = Model::NodeFileCountRole + 38;
     // An empty line, the folder, an empty line, its first file.
     const AfterSignals first(&manager, 4,
                              [&]
@@ -375,12 +377,14 @@ void tst_KXAddToBatchManager::countsGoOnFromWhatTheNewOwnerSet()
                                  taken = manager.TakeResult();
                                  before = taken.value(0)->data;
                                  taken.value(0)->data.roles[Model::NodeFileCountRole] = 100;
+                                 taken.value(0)->data.roles[ownersRole] = 7;
                              });
     manager.ScanFolders({tree.Path()});
     QVERIFY(RunToTheEnd(manager));
     const Roots roots(taken);
     QCOMPARE(roots.list.size(), 1);
     QCOMPARE(FileCount(roots.list[0]), 102);
+    QCOMPARE(roots.list[0]->data.roles.value(ownersRole).toInt(), 7);
     QCOMPARE(before.roles.value(Model::NodeFileCountRole).toInt(), 1);
 
     manager.ScanFolders({tree.Path()});
