@@ -120,7 +120,11 @@ QImage DrawnMask(const QSize& size, const QPainterPath& shape)
         QPainter painter(&part);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.translate(0, -area.top() - from);
-        painter.fillPath(shape, Qt::white);
+        // A path keeps what it was first drawn by, unguarded: each thread needs one of its own, and a copy
+        // shares.
+        QPainterPath own;
+        own.addPath(shape);
+        painter.fillPath(own, Qt::white);
     };
     ForStrips(area.height(), Strip, draw);
     return mask;

@@ -271,6 +271,15 @@ private Q_SLOTS:
         QVERIFY(EllipseMask(QSize(300, 200), QRectF(20, 10, 0, 160)).isNull());
     }
 
+    void threadsDrawingOneShapeDoNotDisturbOneAnother()
+    {
+        const QSize size(64, 640);
+        const QRect rect(2, 3, 60, 634);
+        const QImage expected = Rect(size, rect);
+        for (int i = 0; i < 300; ++i)
+            QCOMPARE(RectangleMask(size, rect), expected);
+    }
+
     void stripsOfWorkLeaveNoSeams()
     {
         // The lower half mirrors the upper one.
