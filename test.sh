@@ -3,7 +3,7 @@
 #   ./test.sh            all tests, through CTest
 #   ./test.sh --full     also formatting, clang-tidy, clazy, all tests that run code again under the address and
 #                        undefined-behaviour sanitizers with the long monkey run, the library inside another project,
-#                        the benchmarks, and the tour, offscreen and on a virtual display
+#                        the benchmarks, the Debian packages, and the tour, offscreen and on a virtual display
 #   ./test.sh --thread   the threaded tests under the thread sanitizer, against a toolkit core that is built for it
 #                        once (about 20 minutes, kept in .cache)
 # The two may be given together. A stage that fails does not stop the ones that do not need it; the table at the end
@@ -121,6 +121,7 @@ full_stages() {
         stage "benchmarks" tools/benchmarks.sh --benchmark_min_time=0.05 \
             --benchmark_filter='-MovingOutline|rows?:10000|SelectAcrossAllRows|DragBegins|megapixels:(50|100)'
         stage "instructions of a scan" tools/batch-scan-instructions.py
+        stage "Debian packages" tools/package.sh --check
         stage "tour, offscreen" tour offscreen "${print_server[@]}" env QT_QPA_PLATFORM=offscreen
         if command -v Xvfb >/dev/null; then
             stage "tour, virtual display" display_tour "${print_server[@]}" env QT_QPA_PLATFORM=xcb \
@@ -129,7 +130,7 @@ full_stages() {
             skip "tour, virtual display (no Xvfb)"
         fi
     else
-        skip "benchmarks" "instructions of a scan" "tour, offscreen" "tour, virtual display"
+        skip "benchmarks" "instructions of a scan" "Debian packages" "tour, offscreen" "tour, virtual display"
     fi
 }
 
@@ -143,7 +144,7 @@ thread_stages() {
 }
 
 groups=(build run test print)
-[ "$full" = no ] || groups+=(lint measure)
+[ "$full" = no ] || groups+=(lint measure package)
 [ "$thread" = no ] || groups+=(thread)
 stage "packages" tools/install-packages.sh "${groups[@]}" || exit 1
 

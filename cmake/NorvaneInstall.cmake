@@ -1,5 +1,6 @@
 # What `cmake --install` lays down: the library with the headers of it and of its siblings, a package that find_package()
-# finds as GeneralToolsGui, the programs, and what a desktop needs to show the editor.
+# finds as GeneralToolsGui, the programs, and what a desktop needs to show the editor. The components library, development
+# and editor are what packaging/ makes its packages of.
 
 include(CMakePackageConfigHelpers)
 
@@ -7,6 +8,7 @@ include(CMakePackageConfigHelpers)
 set(NORVANE_SIBLING_DIR ${CMAKE_INSTALL_LIBDIR}/generaltoolsgui)
 set(NORVANE_HEADER_DIR ${CMAKE_INSTALL_INCLUDEDIR}/generaltoolsgui)
 set(NORVANE_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/GeneralToolsGui)
+set(NORVANE_CATALOG_DIR ${CMAKE_INSTALL_DATADIR}/generaltoolsgui/translations)
 
 # norvane_install_library(<name> HEADERS <file>...)
 # A sibling goes to a folder of its own, headers too; generaltoolsgui stands where libraries stand.
@@ -28,8 +30,9 @@ function(norvane_install_library name)
     endif()
     set_target_properties(${name} PROPERTIES INSTALL_RPATH ${siblings})
     target_include_directories(${name} PUBLIC $<INSTALL_INTERFACE:${header_dir}>)
-    install(TARGETS ${name} EXPORT ${package}Targets LIBRARY DESTINATION ${library_dir})
-    install(FILES ${arg_HEADERS} DESTINATION ${header_dir})
+    install(TARGETS ${name} EXPORT ${package}Targets
+        LIBRARY DESTINATION ${library_dir} COMPONENT library NAMELINK_COMPONENT development)
+    install(FILES ${arg_HEADERS} DESTINATION ${header_dir} COMPONENT development)
 endfunction()
 
 # norvane_install_program(<name>)
@@ -40,7 +43,7 @@ function(norvane_install_program name)
     file(RELATIVE_PATH libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
     set_target_properties(${name} PROPERTIES
         INSTALL_RPATH "$ORIGIN/${libraries};$ORIGIN/${libraries}/generaltoolsgui")
-    install(TARGETS ${name})
+    install(TARGETS ${name} RUNTIME COMPONENT editor)
 endfunction()
 
 # norvane_install_desktop_entry()
@@ -49,9 +52,19 @@ function(norvane_install_desktop_entry)
     if(NOT NORVANE_INSTALL)
         return()
     endif()
-    install(FILES ${PROJECT_SOURCE_DIR}/packaging/norvane.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+    install(FILES ${PROJECT_SOURCE_DIR}/packaging/norvane.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications
+        COMPONENT editor)
     install(FILES ${PROJECT_SOURCE_DIR}/siblings/resource/theme/app-norvane.svg
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps RENAME norvane.svg)
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps RENAME norvane.svg
+        COMPONENT editor)
+endfunction()
+
+# norvane_install_catalogs(<file>...)
+# The library's texts in other languages, for translators of hosts.
+function(norvane_install_catalogs)
+    if(NORVANE_INSTALL)
+        install(FILES ${ARGV} DESTINATION ${NORVANE_CATALOG_DIR} COMPONENT library)
+    endif()
 endfunction()
 
 # norvane_install_package()
@@ -61,15 +74,18 @@ function(norvane_install_package)
         return()
     endif()
     foreach(package IN ITEMS Norvane GeneralToolsGui)
-        install(EXPORT ${package}Targets NAMESPACE ${package}:: DESTINATION ${NORVANE_PACKAGE_DIR})
+        install(EXPORT ${package}Targets NAMESPACE ${package}:: DESTINATION ${NORVANE_PACKAGE_DIR}
+            COMPONENT development)
     endforeach()
     configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/GeneralToolsGuiConfig.cmake.in
-        ${PROJECT_BINARY_DIR}/GeneralToolsGuiConfig.cmake INSTALL_DESTINATION ${NORVANE_PACKAGE_DIR})
+        ${PROJECT_BINARY_DIR}/GeneralToolsGuiConfig.cmake INSTALL_DESTINATION ${NORVANE_PACKAGE_DIR}
+        PATH_VARS NORVANE_CATALOG_DIR)
     # Before 1.0 each minor version may break its hosts.
     write_basic_package_version_file(${PROJECT_BINARY_DIR}/GeneralToolsGuiConfigVersion.cmake
         COMPATIBILITY SameMinorVersion)
     install(FILES
         ${PROJECT_BINARY_DIR}/GeneralToolsGuiConfig.cmake
         ${PROJECT_BINARY_DIR}/GeneralToolsGuiConfigVersion.cmake
-        DESTINATION ${NORVANE_PACKAGE_DIR})
+        DESTINATION ${NORVANE_PACKAGE_DIR}
+        COMPONENT development)
 endfunction()

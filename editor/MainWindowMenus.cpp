@@ -241,7 +241,7 @@ void MainWindow::CreateViewMenu()
     m_DocumentActions += in;
     m_DocumentActions += AddAction(menu, tr("Zoom &Out"), QStringLiteral("zoom-out"),
                                    QKeySequence(Qt::CTRL + Qt::Key_Minus), &MainWindow::OnZoomOut);
-    m_DocumentActions += AddAction(menu, tr("&Original Size"), QStringLiteral("zoom-original"),
+    m_DocumentActions += AddAction(menu, tr("Ori&ginal Size"), QStringLiteral("zoom-original"),
                                    QKeySequence(Qt::CTRL + Qt::Key_1), &MainWindow::OnZoomOriginal);
     m_DocumentActions += AddAction(menu, tr("&Fit in Window"), QStringLiteral("zoom-fit"),
                                    QKeySequence(Qt::CTRL + Qt::Key_0), &MainWindow::OnZoomFit);

@@ -2,9 +2,13 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QLocale>
 #include <QSettings>
 #include <QTimer>
 
+#include <memory>
+
+#include "Language.h"
 #include "MainWindow.h"
 #include "Tour.h"
 
@@ -34,6 +38,7 @@ int main(int argc, char* argv[])
     QGuiApplication::setDesktopFileName(QStringLiteral("norvane"));
     QCoreApplication::setApplicationVersion(QStringLiteral(NORVANE_VERSION));
 
+    auto language = std::make_unique<Language>(QLocale::system().uiLanguages());
     QCommandLineParser parser;
     parser.setApplicationDescription(QCoreApplication::translate("main", "A small image editor"));
     parser.addHelpOption();
@@ -49,7 +54,11 @@ int main(int argc, char* argv[])
                                  QStringLiteral("[IMAGE...]"));
     parser.process(application);
     if (parser.isSet(tour))
+    {
+        // It finds what it works by the English texts.
+        language.reset();
         return RunTour(parser.value(tour), parser.positionalArguments().value(0));
+    }
 
     QSettings settings;
     MainWindow window(&settings);

@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QLocale>
 
 #include "Gallery.h"
 #include "GalleryRequest.h"
+#include "Language.h"
 
 namespace
 {
@@ -37,6 +39,7 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationName(QStringLiteral("gallery"));
     QCoreApplication::setApplicationVersion(QStringLiteral(NORVANE_VERSION));
 
+    const Language language(QLocale::system().uiLanguages());
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QCoreApplication::translate("Gallery", "Shows a widget of the library with a log of its signals"));

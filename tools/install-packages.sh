@@ -1,6 +1,6 @@
 #!/bin/bash
 # Installs the Debian packages that the named groups need and that are not there yet.
-#   tools/install-packages.sh GROUP...     groups: build run wayland test print lint measure thread fuzz
+#   tools/install-packages.sh GROUP...     groups: build run wayland test print lint measure package thread fuzz
 # NORVANE_SKIP_PACKAGES=1 leaves the machine as it is, for systems whose packages have other names.
 set -euo pipefail
 
@@ -8,9 +8,11 @@ group_packages() {
     case $1 in
         # compiler, build tools and the headers of what is linked
         build) echo g++ lld cmake ninja-build ccache python3 qtbase5-dev qtbase5-dev-tools libqt5svg5-dev \
-            libopencv-core-dev libopencv-imgproc-dev libopencv-photo-dev libbenchmark-dev ;;
-        # image formats for the editor, and a virtual display with a window manager for machines without a screen
-        run) echo qt5-image-formats-plugins kimageformat-plugins fonts-dejavu-core xvfb xauth openbox xdotool ;;
+            qttools5-dev qttools5-dev-tools libopencv-core-dev libopencv-imgproc-dev libopencv-photo-dev libbenchmark-dev ;;
+        # image formats and translations for the editor, and a virtual display with a window manager for machines
+        # without a screen
+        run) echo qt5-image-formats-plugins kimageformat-plugins qttranslations5-l10n fonts-dejavu-core xvfb xauth \
+            openbox xdotool ;;
         # only for a desktop that offers Wayland and no X
         wayland) echo qtwayland5 ;;
         test) echo desktop-file-utils git ;;
@@ -22,6 +24,8 @@ group_packages() {
         # what the toolkit's core is built from for the thread sanitizer
         thread) echo ca-certificates dpkg-dev make perl pkg-config xz-utils zlib1g-dev libpcre2-dev \
             libdouble-conversion-dev libglib2.0-dev libicu-dev ;;
+        # what tells the dependencies of packages
+        package) echo dpkg-dev ;;
         # a compiler that counts what an input reaches, with its runtime
         fuzz) echo clang libclang-rt-dev ;;
         *) echo "install-packages: unknown group '$1'" >&2; return 2 ;;

@@ -209,7 +209,7 @@ class Test(ScriptTest):
         self.program("cmake", "mkdir -p build/dev build/asan build/release build/tsan")
         self.program("ctest", self.GOOD)
         for name in ("format.sh", "tidy.sh", "clazy.sh", "benchmarks.sh", "virtual-display.sh", "build-tsan-qt.sh",
-                     "run-tsan.sh", "batch-scan-instructions.py"):
+                     "run-tsan.sh", "batch-scan-instructions.py", "package.sh"):
             self.program(name, folder=self.root / "tools")
         self.program("virtual-display.sh", '"$@"', folder=self.root / "tools")
         self.program("embedded.sh", folder=self.root / "tests/examples")
@@ -241,7 +241,7 @@ class Test(ScriptTest):
         run = self.run_script("test.sh", "--full")
         self.assertEqual(run.returncode, 0, run.stdout + run.stderr)
         for name in ("format.sh", "tidy.sh", "clazy.sh", "benchmarks.sh", "embedded.sh", "virtual-display.sh",
-                     "batch-scan-instructions.py"):
+                     "batch-scan-instructions.py", "package.sh"):
             self.assertEqual(len(self.called(name)), 1, name)
         self.assertEqual(len(self.called("norvane")), 2)
         self.assertEqual(len(self.called("with-print-server.sh")), 2 * os.access("/usr/sbin/cupsd", os.X_OK))
@@ -250,7 +250,8 @@ class Test(ScriptTest):
 
     def test_full_fails_with_any_stage(self):
         stages = {name: self.root / "tools" for name in ("format.sh", "tidy.sh", "clazy.sh", "benchmarks.sh",
-                                                         "batch-scan-instructions.py", "virtual-display.sh")}
+                                                         "batch-scan-instructions.py", "package.sh",
+                                                         "virtual-display.sh")}
         stages["embedded.sh"] = self.root / "tests/examples"
         stages["norvane"] = self.root / "build/release/bin"
         for name, folder in stages.items():

@@ -20,8 +20,9 @@ BELOW = {
 SIBLINGS = list(BELOW)
 BELOW["generaltoolsgui"] = SIBLINGS
 BELOW["theme"] = SIBLINGS
-BELOW["gallery"] = SIBLINGS + ["generaltoolsgui", "theme"]
-BELOW["editor"] = SIBLINGS + ["generaltoolsgui", "theme"]
+BELOW["translations"] = []
+BELOW["gallery"] = SIBLINGS + ["generaltoolsgui", "theme", "translations"]
+BELOW["editor"] = SIBLINGS + ["generaltoolsgui", "theme", "translations"]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]')
 FORM_HEADER = re.compile(r"<header[^>]*>([^<]+)</header>")
@@ -36,7 +37,7 @@ def layer_of(path):
         return "generaltoolsgui"
     if parts[:2] == ["editor", "theme"]:
         return "theme"
-    return parts[0] if parts[0] in ("editor", "gallery") else None
+    return parts[0] if parts[0] in ("editor", "gallery", "translations") else None
 
 
 def headers_by_name(root):

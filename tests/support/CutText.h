@@ -10,6 +10,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QStyleOptionComboBox>
+#include <QToolButton>
+#include <QVector>
+
+#include <algorithm>
 
 // The application in letters of that size, in points.
 class FontSize
@@ -48,32 +52,80 @@ inline int MissingWidth(const QComboBox* list)
     return list->fontMetrics().horizontalAdvance(list->currentText()) - field.width();
 }
 
-// The first control in the window whose text is cut off, and by how much; empty if there is none. A text of
-// several lines is left out.
-inline QString CutText(const QWidget* window)
+// What a text lacks of its place; negative if there is room left.
+struct TextRoom
 {
+    QString Control;
+    QString Text;
+    int MissingWidth = 0;
+    bool IsTooLow = false;
+
+    bool IsCut() const { return MissingWidth > 0 || IsTooLow; }
+};
+
+// Of all controls in the window that are to be seen, in the order in which they were made. A text of several
+// lines is left out.
+inline QVector<TextRoom> TextRooms(const QWidget* window)
+{
+    QVector<TextRoom> rooms;
     const QList<QWidget*> widgets = window->findChildren<QWidget*>();
     for (const QWidget* widget : widgets)
     {
-        int missing = 0;
+        TextRoom room{widget->objectName(), QString(), 0, false};
         int height = widget->fontMetrics().height();
         if (const auto* label = qobject_cast<const QLabel*>(widget))
-            missing = label->wordWrap()
-                ? 0
-                : label->fontMetrics().horizontalAdvance(label->text()) - label->contentsRect().width();
+        {
+            room.Text = label->text();
+            if (!label->wordWrap())
+                room.MissingWidth = label->fontMetrics().size(Qt::TextShowMnemonic, label->text()).width() -
+                    label->contentsRect().width();
+        }
         else if (const auto* box = qobject_cast<const QAbstractSpinBox*>(widget))
         {
-            missing = MissingWidth(box);
+            room.Text = box->text();
+            room.MissingWidth = MissingWidth(box);
             height = box->findChild<QLineEdit*>()->fontMetrics().height();
         }
         else if (const auto* list = qobject_cast<const QComboBox*>(widget))
-            missing = MissingWidth(list);
-        else if (qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QGroupBox*>(widget))
-            missing = widget->minimumSizeHint().width() - widget->width();
+        {
+            room.Text = list->currentText();
+            room.MissingWidth = MissingWidth(list);
+        }
+        else if (const auto* tool = qobject_cast<const QToolButton*>(widget))
+        {
+            // A picture stands in the place of the text.
+            if (!tool->icon().isNull() && tool->toolButtonStyle() == Qt::ToolButtonIconOnly)
+                continue;
+            room.Text = tool->text();
+            room.MissingWidth =
+                tool->fontMetrics().size(Qt::TextShowMnemonic, tool->text()).width() - tool->width();
+        }
+        else if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+        {
+            room.Text = button->text();
+            room.MissingWidth = widget->minimumSizeHint().width() - widget->width();
+        }
+        else if (const auto* group = qobject_cast<const QGroupBox*>(widget))
+        {
+            room.Text = group->title();
+            room.MissingWidth = widget->minimumSizeHint().width() - widget->width();
+        }
         else
             continue;
-        if (widget->isVisible() && (missing > 0 || widget->height() < height))
-            return QStringLiteral("%1 lacks %2 pixels").arg(widget->objectName()).arg(missing);
+        room.IsTooLow = widget->height() < height;
+        if (widget->isVisible())
+            rooms.append(room);
     }
-    return QString();
+    return rooms;
+}
+
+// The first control in the window whose text is cut off, and by how much; empty if there is none.
+inline QString CutText(const QWidget* window)
+{
+    const QVector<TextRoom> rooms = TextRooms(window);
+    const auto cut =
+        std::find_if(rooms.cbegin(), rooms.cend(), [](const TextRoom& room) { return room.IsCut(); });
+    if (cut == rooms.cend())
+        return QString();
+    return QStringLiteral("%1 lacks %2 pixels").arg(cut->Control).arg(cut->MissingWidth);
 }

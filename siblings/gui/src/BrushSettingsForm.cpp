@@ -135,7 +135,7 @@ QWidget* BrushSettingsForm::makeValues()
     pShape = new KXCommonComboBox(side);
     pShape->addItems(BrushShapeNames());
     pShape->setAccessibleName(tr("Shape"));
-    addRow(tr("S&hape:"), pShape, pShape);
+    addRow(tr("Shap&e:"), pShape, pShape);
     pHardness = addValue(tr("&Hardness:"), tr("Hardness"), 0, 100, percent, SliderBox::Even);
     pRoundness = addValue(tr("&Roundness:"), tr("Roundness"), 5, 100, percent, SliderBox::Even);
     pAngle = addValue(tr("&Angle:"), tr("Angle"), -180, 180, tr("°"), SliderBox::Even);

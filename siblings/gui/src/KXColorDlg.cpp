@@ -52,7 +52,9 @@ bool canReadScreen()
 
 void hideScreenPicker(const QColorDialog* chooser)
 {
-    const QString caption = QCoreApplication::translate("QColorDialog", "&Pick Screen Color");
+    // The toolkit's own text, with its own translation.
+    const char* const text = "&Pick Screen Color";
+    const QString caption = QCoreApplication::translate("QColorDialog", text);
     const QList<QPushButton*> buttons = chooser->findChildren<QPushButton*>();
     for (QPushButton* button : buttons)
     {
