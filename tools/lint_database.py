@@ -13,7 +13,7 @@ import pathlib
 import shlex
 import sys
 
-PRODUCT_FOLDERS = ("siblings", "src", "editor", "gallery", "examples")
+PRODUCT_FOLDERS = ("siblings", "src", "editor", "gallery", "translations", "examples")
 ONLY_GCC = ("-fno-gnu-unique", "-Winvalid-pch", "-Werror", "--coverage")
 ONLY_GCC_PREFIXES = ("-fsanitize", "-fno-sanitize", "-Wno-error")
 LAUNCHERS = ("ccache",)

@@ -17,6 +17,7 @@
 #include <QUrl>
 
 #include <cmath>
+#include <memory>
 
 #include "Document.h"
 #include "DocumentWindow.h"
@@ -194,19 +195,19 @@ void TourGuide::ActAmidScan(QWidget* dialog, const Act& act)
 {
     const auto* manager = Control<KXAddToBatchManager>(dialog);
     const auto* file = Control<QLabel>(dialog, "m_pFile");
-    bool isDone = false;
+    const auto isDone = std::make_shared<bool>(false);
     const QObject lifetime;
     QObject::connect(
         manager, &KXAddToBatchManager::Progress, &lifetime,
-        [&](int value)
+        [this, file, act, isDone](int value)
         {
-            if (isDone || value == 0 || QFileInfo(file->text()).suffix().isEmpty())
+            if (*isDone || value == 0 || QFileInfo(file->text()).suffix().isEmpty())
                 return;
-            isDone = true;
+            *isDone = true;
             act(*this);
         },
         Qt::QueuedConnection);
-    Check(m_robot.WaitFor([&isDone] { return isDone; }), "the dialog names no file");
+    Check(m_robot.WaitFor([&isDone] { return *isDone; }), "the dialog names no file");
 }
 
 bool TourGuide::End()
