@@ -1,6 +1,6 @@
-# What `cmake --install` lays down: the library with the headers of it and of its siblings, a package that find_package()
-# finds as GeneralToolsGui, the programs, and what a desktop needs to show the editor. The components library, development
-# and editor are what packaging/ makes its packages of.
+# What `cmake --install` lays down: the library with the headers of it and of its siblings, a package that
+# find_package() finds as GeneralToolsGui, the programs, and what a desktop needs to show the editor. The components
+# library, development and editor are what packaging/ makes its packages of.
 
 include(CMakePackageConfigHelpers)
 

@@ -8,7 +8,8 @@ group_packages() {
     case $1 in
         # compiler, build tools and the headers of what is linked
         build) echo g++ lld cmake ninja-build ccache python3 qtbase5-dev qtbase5-dev-tools libqt5svg5-dev \
-            qttools5-dev qttools5-dev-tools libopencv-core-dev libopencv-imgproc-dev libopencv-photo-dev libbenchmark-dev ;;
+            qttools5-dev qttools5-dev-tools libopencv-core-dev libopencv-imgproc-dev libopencv-photo-dev \
+            libbenchmark-dev ;;
         # image formats and translations for the editor, and a virtual display with a window manager for machines
         # without a screen
         run) echo qt5-image-formats-plugins kimageformat-plugins qttranslations5-l10n fonts-dejavu-core xvfb xauth \
@@ -25,7 +26,7 @@ group_packages() {
         thread) echo ca-certificates dpkg-dev make perl pkg-config xz-utils zlib1g-dev libpcre2-dev \
             libdouble-conversion-dev libglib2.0-dev libicu-dev ;;
         # what tells the dependencies of packages
-        package) echo dpkg-dev ;;
+        package) echo dpkg-dev file ;;
         # a compiler that counts what an input reaches, with its runtime
         fuzz) echo clang libclang-rt-dev ;;
         *) echo "install-packages: unknown group '$1'" >&2; return 2 ;;

@@ -3,7 +3,7 @@
 # gone goes.
 #   tools/translations.sh            rewrites translations/*.ts
 #   tools/translations.sh --check    changes nothing, names the files that would change, and fails then
-# A further language begins as an empty file, translations/norvane_<language>.ts and generaltoolsgui_<language>.ts.
+# A further language begins as two empty files, translations/generaltoolsgui_<language>.ts and norvane_<language>.ts.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -25,6 +25,8 @@ update() {
     shift
     for file in "$target/$catalog"_*.ts; do
         language=${file##*_}
+        # lupdate makes what is not there, and reads nothing that is empty
+        [ -s "$file" ] || rm -f -- "$file"
         # lupdate stumbles over a friend that is a template, and takes the right context all the same
         lupdate -silent -no-obsolete -locations none -extensions cpp,h,ui "$@" \
             -source-language en -target-language "${language%.ts}" -ts "$file" \

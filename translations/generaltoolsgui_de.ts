@@ -2370,7 +2370,7 @@ Die Höhe muss zwischen %3 und %4 Millimetern liegen.</translation>
     </message>
     <message>
         <source>Straighten and crop the image</source>
-        <translation>Bild gerade ausrichten und zuschneiden</translation>
+        <translation>Bild begradigen und zuschneiden</translation>
     </message>
     <message>
         <source>Straighten</source>

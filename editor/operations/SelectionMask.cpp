@@ -120,8 +120,8 @@ QImage DrawnMask(const QSize& size, const QPainterPath& shape)
         QPainter painter(&part);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.translate(0, -area.top() - from);
-        // A path keeps what it was first drawn by, unguarded: each thread needs one of its own, and a copy
-        // shares.
+        // The painter keeps in a path, without a lock, what it makes of it, and copies share that: each
+        // thread builds a path of its own.
         QPainterPath own;
         own.addPath(shape);
         painter.fillPath(own, Qt::white);

@@ -93,8 +93,8 @@ public:
     void TakePicture();
     // A picture of the widget alone, under a name of its own: what documentation shows.
     void TakePictureOf(QWidget* widget, const QString& name);
-    // Acts once the dialog of a scan has named a file: that is how it is seen, while between two turns of the
-    // event loop it mostly names none.
+    // Acts at a moment at which the dialog of a scan names a file, as it does when it paints itself. Where
+    // the event loop waits, the next folder has mostly begun and no file has been named yet.
     void ActAmidScan(QWidget* dialog, const Act& act);
     // Closes the window and writes the page; true if all went well.
     bool End();

@@ -22,6 +22,7 @@ FOLDERS = [
     ("editor/", "editor/"),
     ("gallery/signals/", "gallery/signals/"),
     ("gallery/", "gallery/"),
+    ("translations/", "translations/"),
     ("tests/support/editor/", "tests/support/editor/"),
     ("tests/support/", "tests/support/"),
 ]

@@ -82,7 +82,8 @@ RULE = lintlib.Rule(
     name="layers",
     rule="A file includes headers of its own layer and of lower ones only: utils, resource, geometryengine -> core -> "
     "document -> guicore -> gui -> generaltoolsgui -> editor, gallery; batchcore stands on core alone; editor/theme, which "
-    "editor and gallery share, stands on siblings alone; OpenCV is for the editor.",
+    "editor and gallery share, stands on siblings alone, and translations, which they share too, on nothing; OpenCV is for "
+    "the editor.",
     reason="A host may put its own library in place of a sibling, and the product must build without the editor.",
     remedy="Move what is needed down a layer, or hand it in from above: a parameter, a signal, an interface.",
     check=check,
@@ -105,6 +106,8 @@ RULE = lintlib.Rule(
         "gallery/a.cpp:1:": {"gallery/a.cpp": '#include "MainWindow.h"\n', "editor/MainWindow.h": ""},
         "editor/theme/a.cpp:1:": {"editor/theme/a.cpp": '#include "MainWindow.h"\n', "editor/MainWindow.h": ""},
         "src/NVBar.cpp:2:": {"src/NVBar.cpp": '\n#include "Theme.h"\n', "editor/theme/Theme.h": ""},
+        "translations/a.cpp:1:": {"translations/a.cpp": '#include "Theme.h"\n', "editor/theme/Theme.h": ""},
+        "src/b.cpp:1:": {"src/b.cpp": '#include "Language.h"\n', "translations/Language.h": ""},
         "src/blur.cpp:1:": {"src/blur.cpp": "#include <opencv2/imgproc.hpp>\n"},
     },
     good={

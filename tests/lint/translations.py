@@ -56,7 +56,8 @@ def catalog(source, translation, kind="", mark=""):
 
 RULE = lintlib.Rule(
     name="translations",
-    rule="Each text has a translation, with the same places for values, tags and signs at its ends, and a key if it had one.",
+    rule="Each text has a translation, with the same places for values, tags and signs at its ends, and a key if it had "
+    "one.",
     reason="A place that is lost hides a number or a name from the person; an entry without its key is out of reach.",
     remedy="Translate the text, or mend its translation, in translations/*.ts.",
     check=check,

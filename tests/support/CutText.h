@@ -97,8 +97,13 @@ inline QVector<TextRoom> TextRooms(const QWidget* window)
             if (!tool->icon().isNull() && tool->toolButtonStyle() == Qt::ToolButtonIconOnly)
                 continue;
             room.Text = tool->text();
-            room.MissingWidth =
-                tool->fontMetrics().size(Qt::TextShowMnemonic, tool->text()).width() - tool->width();
+            const QStyle* style = tool->style();
+            int width = tool->width() - 2 * style->pixelMetric(QStyle::PM_DefaultFrameWidth);
+            if (!tool->icon().isNull() && tool->toolButtonStyle() == Qt::ToolButtonTextBesideIcon)
+                width -= tool->iconSize().width();
+            if (tool->popupMode() == QToolButton::MenuButtonPopup)
+                width -= style->pixelMetric(QStyle::PM_MenuButtonIndicator);
+            room.MissingWidth = tool->fontMetrics().size(Qt::TextShowMnemonic, tool->text()).width() - width;
         }
         else if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
         {

@@ -1,4 +1,4 @@
-// In each language that there is, every widget has room for its texts as it has in English.
+// Every widget of the library has as much room for its texts in each language as in English.
 
 #include "CutText.h"
 #include "Language.h"
@@ -58,7 +58,8 @@ void tst_Translated::textsHaveTheRoomThatTheyNeed()
     {
         const TextRoom& room = translated[i];
         // Some places are narrow for the English text too.
-        const bool isWorse = room.IsCut() && room.MissingWidth > english[i].MissingWidth;
+        const bool isWorse =
+            room.MissingWidth > qMax(0, english[i].MissingWidth) || (room.IsTooLow && !english[i].IsTooLow);
         QVERIFY2(!isWorse,
                  qPrintable(QStringLiteral("%1: \"%2\" lacks %3 pixels")
                                 .arg(room.Control, room.Text)

@@ -5,6 +5,8 @@
 #include "TestMain.h"
 
 #include <QCoreApplication>
+#include <QFile>
+#include <QLibraryInfo>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
@@ -92,7 +94,8 @@ void tst_Language::editorLibraryAndToolkitAreTranslated()
     const Language language({"de"});
     QCOMPARE(editorsCancel(), QStringLiteral("Abbrechen"));
     QCOMPARE(librarysCancel(), QStringLiteral("Abbrechen"));
-    if (QCoreApplication::translate("QPlatformTheme", "Cancel") == "Cancel")
+    const QString toolkits = QLibraryInfo::location(QLibraryInfo::TranslationsPath) + "/qtbase_de.qm";
+    if (!QFile::exists(toolkits))
         QSKIP("The toolkit's own texts are in English. Install them: tools/install-packages.sh run");
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen"));
 }
