@@ -51,4 +51,5 @@ if ! read -r -t 20 <&3; then
 fi
 exec 3>&-
 
-QT_QPA_PLATFORM=xcb "$@"
+# Nothing is drawn by OpenGL, and a driver that is loaded all the same leaks.
+QT_XCB_GL_INTEGRATION=none QT_QPA_PLATFORM=xcb "$@"
