@@ -285,6 +285,90 @@ class Test(ScriptTest):
         self.assertEqual(self.called("cmake"), [])
 
 
+class Package(ScriptTest):
+    def setUp(self):
+        super().setUp()
+        for name in ("realpath", "cp"):
+            (self.programs / name).symlink_to(shutil.which(name))
+        self.program("dpkg-shlibdeps")
+        self.program("file")
+        # CPack writes into the folder behind -B
+        self.program("cpack", '>"$4/norvane.deb" >"$4/libgeneraltoolsgui0.deb"')
+        (self.root / "build/release").mkdir(parents=True)
+        (self.root / "build/release/CPackConfig.cmake").touch()
+
+    def test_packages_come_beside_what_is_there(self):
+        folder = self.folder / "my packages"
+        folder.mkdir()
+        (folder / "letter").write_text("dear")
+        run = self.run_script("tools/package.sh", "my packages")
+        self.assertEqual(run.returncode, 0, run.stderr)
+        self.assertEqual(sorted(path.name for path in folder.iterdir()),
+                         ["letter", "libgeneraltoolsgui0.deb", "norvane.deb"])
+
+    def test_goes_to_the_build_by_itself(self):
+        self.assertEqual(self.run_script("tools/package.sh").returncode, 0)
+        self.assertTrue((self.root / "build/packages/norvane.deb").exists())
+
+    def test_failed_packing_is_told(self):
+        self.program("cpack", "echo no space left; exit 1")
+        run = self.run_script("tools/package.sh")
+        self.assertEqual(run.returncode, 1)
+        self.assertIn("no space left", run.stderr)
+
+    def test_tells_what_is_missing(self):
+        (self.programs / "file").unlink()
+        self.assertIn("install-packages.sh package", self.run_script("tools/package.sh").stderr)
+        (self.root / "build/release/CPackConfig.cmake").unlink()
+        run = self.run_script("tools/package.sh")
+        self.assertEqual(run.returncode, 1)
+        self.assertIn("Build first", run.stderr)
+
+    def test_refuses_what_is_no_folder(self):
+        for arguments in (["--chek"], ["a", "b"], ["--check", "-x"]):
+            self.assertEqual(self.run_script("tools/package.sh", *arguments).returncode, 1, arguments)
+        self.assertEqual(self.run_script("tools/package.sh", "--help").returncode, 0)
+        self.assertEqual(self.called("cpack"), [])
+
+
+class Translations(ScriptTest):
+    def setUp(self):
+        super().setUp()
+        for name in ("cp", "cmp", "diff"):
+            (self.programs / name).symlink_to(shutil.which(name))
+        self.texts = self.root / "translations"
+        self.texts.mkdir()
+        for name in ("generaltoolsgui_de.ts", "norvane_de.ts"):
+            (self.texts / name).write_text("old\n")
+        self.lupdate("old")
+
+    def lupdate(self, text):
+        self.program("lupdate", f'[ ! -e "${{@: -1}}" ] || [ -s "${{@: -1}}" ] || exit 1; echo {text} >"${{@: -1}}"')
+
+    def test_check_passes_where_nothing_is_new(self):
+        run = self.run_script("tools/translations.sh", "--check")
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        self.assertEqual([call[call.index("-target-language") + 1] for call in self.called("lupdate")], ["de", "de"])
+
+    def test_check_names_what_is_stale_and_leaves_it(self):
+        self.lupdate("new")
+        run = self.run_script("tools/translations.sh", "--check")
+        self.assertEqual(run.returncode, 1)
+        self.assertIn("translations/norvane_de.ts is not in line", run.stderr)
+        self.assertEqual((self.texts / "norvane_de.ts").read_text(), "old\n")
+
+    def test_rewrites_all_languages_and_begins_empty_ones(self):
+        self.lupdate("new")
+        (self.texts / "norvane_fr.ts").touch()
+        run = self.run_script("tools/translations.sh")
+        self.assertEqual(run.returncode, 0, run.stderr)
+        self.assertEqual({path.read_text() for path in self.texts.iterdir()}, {"new\n"})
+
+    def test_refuses_an_unknown_option(self):
+        self.assertEqual(self.run_script("tools/translations.sh", "--chek").returncode, 2)
+        self.assertEqual(self.called("lupdate"), [])
+
+
 class VirtualDisplay(unittest.TestCase):
     @unittest.skipUnless(shutil.which("Xvfb") and shutil.which("openbox"), "no Xvfb or no openbox")
     def test_gives_a_managed_display_and_hands_on_the_status(self):

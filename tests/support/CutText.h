@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QStyleOptionComboBox>
-#include <QToolButton>
 #include <QVector>
 
 #include <algorithm>
@@ -52,6 +51,12 @@ inline int MissingWidth(const QComboBox* list)
     return list->fontMetrics().horizontalAdvance(list->currentText()) - field.width();
 }
 
+// The sign before a letter shows where the letter is the key of another control.
+inline int TextWidth(const QLabel* label)
+{
+    return label->fontMetrics().size(label->buddy() ? Qt::TextShowMnemonic : 0, label->text()).width();
+}
+
 // What a text lacks of its place; negative if there is room left.
 struct TextRoom
 {
@@ -77,8 +82,7 @@ inline QVector<TextRoom> TextRooms(const QWidget* window)
         {
             room.Text = label->text();
             if (!label->wordWrap())
-                room.MissingWidth = label->fontMetrics().size(Qt::TextShowMnemonic, label->text()).width() -
-                    label->contentsRect().width();
+                room.MissingWidth = TextWidth(label) - label->contentsRect().width();
         }
         else if (const auto* box = qobject_cast<const QAbstractSpinBox*>(widget))
         {
@@ -90,20 +94,6 @@ inline QVector<TextRoom> TextRooms(const QWidget* window)
         {
             room.Text = list->currentText();
             room.MissingWidth = MissingWidth(list);
-        }
-        else if (const auto* tool = qobject_cast<const QToolButton*>(widget))
-        {
-            // A picture stands in the place of the text.
-            if (!tool->icon().isNull() && tool->toolButtonStyle() == Qt::ToolButtonIconOnly)
-                continue;
-            room.Text = tool->text();
-            const QStyle* style = tool->style();
-            int width = tool->width() - 2 * style->pixelMetric(QStyle::PM_DefaultFrameWidth);
-            if (!tool->icon().isNull() && tool->toolButtonStyle() == Qt::ToolButtonTextBesideIcon)
-                width -= tool->iconSize().width();
-            if (tool->popupMode() == QToolButton::MenuButtonPopup)
-                width -= style->pixelMetric(QStyle::PM_MenuButtonIndicator);
-            room.MissingWidth = tool->fontMetrics().size(Qt::TextShowMnemonic, tool->text()).width() - width;
         }
         else if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
         {

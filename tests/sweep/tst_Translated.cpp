@@ -57,6 +57,9 @@ void tst_Translated::textsHaveTheRoomThatTheyNeed()
     for (int i = 0; i < translated.size(); ++i)
     {
         const TextRoom& room = translated[i];
+        // The buttons for bold and the like are made for one letter, whichever it is.
+        if (room.Text.size() == 1)
+            continue;
         // Some places are narrow for the English text too.
         const bool isWorse =
             room.MissingWidth > qMax(0, english[i].MissingWidth) || (room.IsTooLow && !english[i].IsTooLow);
