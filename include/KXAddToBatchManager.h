@@ -5,7 +5,7 @@
 #include <QObject>
 #include <QStringList>
 
-#include <vector>
+#include <memory>
 
 #include "KXBatchInputModel.h"
 #include "generaltoolsgui_export.h"
@@ -98,18 +98,16 @@ private:
         KXBatchInputModel::Node* parent;
         QStringList paths;
     };
+    struct Run;
 
     void addToFileCounts(KXBatchInputModel::Node* node, int count);
-    void stayAwake();
 
     QList<KXBatchInputModel::Node*> m_results;
     QList<Job> m_jobs;
     QFutureWatcher<BatchScanResult> m_watcher;
     QStringList m_filters;
-    // Where the counts of the run's parent and of all above it stand, once one of its files is known: to look
-    // for them anew with each file takes longest in deep folders.
-    std::vector<int*> m_counts;
     // Whether others may change the nodes that the scan adds to.
     bool m_isTaken = false;
-    int m_waitsToLeaveOut = 0;
+    // Of the run in flight.
+    const std::unique_ptr<Run> m_pRun;
 };

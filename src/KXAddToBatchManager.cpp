@@ -2,15 +2,16 @@
 
 #include <QAbstractEventDispatcher>
 #include <QDateTime>
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSet>
-#include <QThread>
 #include <QtConcurrentMap>
+
+#include <vector>
 
 #include "FolderListing_p.h"
 #include "NVImageFileManager.h"
 #include "ReadFilters_p.h"
+#include "ScanPace_p.h"
 
 using Model = KXBatchInputModel;
 using Node = KXBatchInputModel::Node;
@@ -18,11 +19,6 @@ using Roles = QMap<int, QVariant>;
 
 namespace
 {
-
-// In nanoseconds: a few times what a small folder takes.
-constexpr qint64 longestWake = 150000;
-// After one in vain: folders that take longer come in numbers, and their workers need the processor.
-constexpr int waitsLeftOut = 3;
 
 // The same text, held once for all nodes that a thread makes.
 QString shared(const QString& suffix)
@@ -108,34 +104,9 @@ int* fileCountOf(Node* node)
     return static_cast<int*>(at->data());
 }
 
-// Keeps the thread of the pool that ends a short run awake for an eighth of the run's time: the event loop
-// mostly begins the next run by then. After a long one it would only take the processor from the other
-// threads. What the starting thread copies and drops does nothing.
-class WakefulEnd
+struct PacedFunctor : ScanFunctor
 {
-public:
-    WakefulEnd() { m_sinceStart.start(); }
-    WakefulEnd(const WakefulEnd&) = default;
-    WakefulEnd& operator=(const WakefulEnd&) = delete;
-    ~WakefulEnd()
-    {
-        if (QThread::currentThread() == m_starter)
-            return;
-        const qint64 now = m_sinceStart.nsecsElapsed();
-        if (now > longestWake)
-            return;
-        while (m_sinceStart.nsecsElapsed() < now + now / 8)
-            QThread::yieldCurrentThread();
-    }
-
-private:
-    const QThread* m_starter = QThread::currentThread();
-    QElapsedTimer m_sinceStart;
-};
-
-struct WakefulFunctor : ScanFunctor
-{
-    WakefulEnd end;
+    ScanPace::WorkerEnd end;
 };
 
 } // namespace
@@ -165,7 +136,18 @@ BatchScanResult ScanFunctor::operator()(const QString& path) const
     return result;
 }
 
-KXAddToBatchManager::KXAddToBatchManager(QObject* parent) : QObject(parent)
+struct KXAddToBatchManager::Run
+{
+    // What a line of text on a node begins with. Translated once, since there are many nodes.
+    QString folderKind;
+    QString fileKind;
+    // Where the counts of the run's parent and of all above it stand, once one of its files is known: to look
+    // for them anew with each file takes longest in deep folders.
+    std::vector<int*> counts;
+    ScanPace pace;
+};
+
+KXAddToBatchManager::KXAddToBatchManager(QObject* parent) : QObject(parent), m_pRun(new Run)
 {
     using Watcher = QFutureWatcherBase;
     connect(&m_watcher, &Watcher::resultReadyAt, this, &KXAddToBatchManager::OnScanReadyAt);
@@ -173,7 +155,8 @@ KXAddToBatchManager::KXAddToBatchManager(QObject* parent) : QObject(parent)
     connect(&m_watcher, &Watcher::progressRangeChanged, this, &KXAddToBatchManager::ProgressChanged);
     connect(&m_watcher, &Watcher::progressValueChanged, this, &KXAddToBatchManager::Progress);
     if (const auto* dispatcher = QAbstractEventDispatcher::instance())
-        connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, &KXAddToBatchManager::stayAwake);
+        connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this,
+                [this] { m_pRun->pace.Wait(m_watcher.future()); });
     if (const NVImageFileManager* manager = NVImageFileManager::GetInstance())
     {
         OnSupportedGroupChanged();
@@ -215,6 +198,7 @@ void KXAddToBatchManager::Cancel()
     Q_EMIT ReadyAt(tr("Cancelled"));
     Q_EMIT NewFolder(tr("Cancelled"));
     m_jobs.clear();
+    m_pRun->pace.End();
     m_watcher.waitForFinished();
     qDeleteAll(m_results);
     m_results.clear();
@@ -236,7 +220,8 @@ void KXAddToBatchManager::OnScanReadyAt(int index)
     }
     if (!result.folders.isEmpty() || !result.files.isEmpty())
         m_jobs.append({result.node, result.folders + result.files});
-    const QString kind = intOf(result.node, Model::NodeIsFileRole) == 0 ? tr("Folder:") : tr("File:");
+    const bool isFile = intOf(result.node, Model::NodeIsFileRole) != 0;
+    const QString& kind = isFile ? m_pRun->fileKind : m_pRun->folderKind;
     Q_EMIT ReadyAt(kind + valueOf(result.node, Model::NodePathRole).toString());
 }
 
@@ -244,18 +229,24 @@ void KXAddToBatchManager::OnScanFinished()
 {
     if (m_jobs.isEmpty())
     {
+        m_pRun->pace.End();
         Q_EMIT ScanFinished();
         return;
     }
     const Job job = m_jobs.takeFirst();
+    if (!m_watcher.future().isFinished())
+        m_pRun->pace.End();
     m_watcher.waitForFinished();
     Q_EMIT NewFolder(job.parent ? tr("Folder: %1").arg(valueOf(job.parent, Model::NodePathRole).toString())
                                 : tr("Folder:"));
     Q_EMIT ReadyAt(QString());
-    const WakefulFunctor functor{{job.parent, m_filters}, {}};
+    m_pRun->pace.Begin();
+    const PacedFunctor functor{{job.parent, m_filters}, {}};
     // Results of a run that has ended are lost here if they have not been taken over.
     m_watcher.setFuture(QtConcurrent::mapped(job.paths, functor));
-    m_counts.clear();
+    m_pRun->folderKind = tr("Folder:");
+    m_pRun->fileKind = tr("File:");
+    m_pRun->counts.clear();
     // With no job left of before, all that comes hangs under nodes that nobody else has.
     if (!job.parent && m_jobs.isEmpty())
         m_isTaken = false;
@@ -267,34 +258,14 @@ void KXAddToBatchManager::addToFileCounts(Node* node, int count)
     if (count == 0)
         return;
     if (m_isTaken)
-        m_counts.clear();
-    if (m_counts.empty())
+        m_pRun->counts.clear();
+    if (m_pRun->counts.empty())
     {
         for (; node; node = node->parent)
-            m_counts.push_back(fileCountOf(node));
+            m_pRun->counts.push_back(fileCountOf(node));
     }
-    for (int* value : m_counts)
+    for (int* value : m_pRun->counts)
         *value += count;
-}
-
-// To fall asleep and be woken up takes longer than most folders do.
-void KXAddToBatchManager::stayAwake()
-{
-    const QFuture<BatchScanResult> run = m_watcher.future();
-    // The texts on the folder before are dealt with while this one is in work.
-    if (run.isFinished() || QAbstractEventDispatcher::instance()->hasPendingEvents())
-        return;
-    if (m_waitsToLeaveOut > 0)
-    {
-        --m_waitsToLeaveOut;
-        return;
-    }
-    QElapsedTimer clock;
-    clock.start();
-    while (!run.isFinished() && clock.nsecsElapsed() < longestWake)
-        QThread::yieldCurrentThread();
-    if (!run.isFinished())
-        m_waitsToLeaveOut = waitsLeftOut;
 }
 
 void KXAddToBatchManager::OnSupportedGroupChanged()
