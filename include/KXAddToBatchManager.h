@@ -101,6 +101,7 @@ private:
     struct Run;
 
     void addToFileCounts(KXBatchInputModel::Node* node, int count);
+    void findFileCounts(KXBatchInputModel::Node* node);
 
     QList<KXBatchInputModel::Node*> m_results;
     QList<Job> m_jobs;

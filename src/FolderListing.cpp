@@ -35,6 +35,21 @@ bool isPlain(const QString& filter)
         std::all_of(filter.cbegin() + 2, filter.cend(), isPlainCharacter);
 }
 
+// As QString::toLower(), at once for letters of ASCII, which most names consist of.
+QString lower(QStringView name)
+{
+    QString letters(int(name.size()), Qt::Uninitialized);
+    QChar* to = letters.data();
+    for (const QChar letter : name)
+    {
+        if (letter.unicode() >= 0x80)
+            return name.toString().toLower();
+        const bool isUpper = letter >= QLatin1Char('A') && letter <= QLatin1Char('Z');
+        *to++ = QChar(ushort(letter.unicode() + (isUpper ? 0x20 : 0)));
+    }
+    return letters;
+}
+
 // What plain filters want behind the last dot of a name.
 class Suffixes
 {
@@ -121,7 +136,10 @@ public:
 private:
     void take(const QString& path)
     {
-        const QStringView name = QStringView(path).mid(path.lastIndexOf(QLatin1Char('/')) + 1);
+        // All names begin where the first one does.
+        if (m_nameAt == 0)
+            m_nameAt = path.lastIndexOf(QLatin1Char('/')) + 1;
+        const QStringView name = QStringView(path).mid(m_nameAt);
         const QFileInfo info = m_entries.fileInfo();
         // Such names are hidden on the disk, but not among resources.
         if (name.startsWith(QLatin1Char('.')) && info.isHidden())
@@ -136,13 +154,14 @@ private:
 
     Entry entryOf(const QString& path, QStringView name, const QFileInfo& info) const
     {
-        return {name.toString().toLower(), m_isClean ? path : info.absoluteFilePath()};
+        return {lower(name), m_isClean ? path : info.absoluteFilePath()};
     }
 
     QDirIterator m_entries;
     const Suffixes m_suffixes;
     // What stands in a folder with a clean absolute path has one too.
     const bool m_isClean;
+    int m_nameAt = 0;
     std::vector<Entry> m_files;
     std::vector<Entry> m_folders;
 };

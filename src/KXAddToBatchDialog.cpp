@@ -117,7 +117,8 @@ void KXAddToBatchDialog::GatePainting()
         label->setFixedSize(width, label->sizeHint().height());
     }
     auto* gate = new PaintGate(this, {m_pUi->m_pFolder, m_pUi->m_pProgress, m_pUi->m_pFile}, m_pUi->m_pFile);
-    connect(m_pManager, &Manager::Progress, gate, &PaintGate::Pass, Qt::QueuedConnection);
+    // Just before the bar would paint its new value.
+    connect(m_pUi->m_pProgress, &QProgressBar::valueChanged, gate, &PaintGate::Pass);
     connect(this, &KXAddToBatchDialog::Rejected, gate, &PaintGate::Open);
 }
 

@@ -6,6 +6,8 @@
 #include <QSet>
 #include <QtConcurrentMap>
 
+#include <algorithm>
+#include <cstddef>
 #include <vector>
 
 #include "FolderListing_p.h"
@@ -90,8 +92,14 @@ int intOf(const Node* node, int role)
     return valueOf(node, role).toInt();
 }
 
-// Where the number stands.
-int* fileCountOf(Node* node)
+// A node, and where its number of files stands.
+struct FileCount
+{
+    Node* node;
+    int* value;
+};
+
+FileCount fileCountOf(Node* node)
 {
     Roles& roles = node->data.roles;
     // The role with the greatest number stands last, unless somebody has added some.
@@ -101,7 +109,7 @@ int* fileCountOf(Node* node)
     if (at == roles.end())
         at = roles.insert(Model::NodeFileCountRole, 0);
     *at = at->toInt();
-    return static_cast<int*>(at->data());
+    return {node, static_cast<int*>(at->data())};
 }
 
 struct PacedFunctor : ScanFunctor
@@ -141,9 +149,9 @@ struct KXAddToBatchManager::Run
     // What a line of text on a node begins with. Translated once, since there are many nodes.
     QString folderKind;
     QString fileKind;
-    // Where the counts of the run's parent and of all above it stand, once one of its files is known: to look
-    // for them anew with each file takes longest in deep folders.
-    std::vector<int*> counts;
+    // Those of the run's parent, which is the last one, and of all above it, once one of its files is known.
+    // To look for them anew with each file, or for all of them with each run, takes longest in deep folders.
+    std::vector<FileCount> counts;
     ScanPace pace;
 };
 
@@ -246,10 +254,12 @@ void KXAddToBatchManager::OnScanFinished()
     m_watcher.setFuture(QtConcurrent::mapped(job.paths, functor));
     m_pRun->folderKind = tr("Folder:");
     m_pRun->fileKind = tr("File:");
-    m_pRun->counts.clear();
     // With no job left of before, all that comes hangs under nodes that nobody else has.
     if (!job.parent && m_jobs.isEmpty())
+    {
+        m_pRun->counts.clear();
         m_isTaken = false;
+    }
 }
 
 // To the node, which is that of the run, and to all above it.
@@ -257,15 +267,26 @@ void KXAddToBatchManager::addToFileCounts(Node* node, int count)
 {
     if (count == 0)
         return;
+    std::vector<FileCount>& counts = m_pRun->counts;
     if (m_isTaken)
-        m_pRun->counts.clear();
-    if (m_pRun->counts.empty())
-    {
-        for (; node; node = node->parent)
-            m_pRun->counts.push_back(fileCountOf(node));
-    }
-    for (int* value : m_pRun->counts)
-        *value += count;
+        counts.clear();
+    if (counts.empty() || counts.back().node != node)
+        findFileCounts(node);
+    for (const FileCount& above : counts)
+        *above.value += count;
+}
+
+// Most are there since the run before, which was next to this one or directly above it.
+void KXAddToBatchManager::findFileCounts(Node* node)
+{
+    std::vector<FileCount>& counts = m_pRun->counts;
+    while (!counts.empty() && counts.back().node != node->parent)
+        counts.pop_back();
+    const auto known = std::ptrdiff_t(counts.size());
+    const Node* end = counts.empty() ? nullptr : counts.back().node;
+    for (; node != end; node = node->parent)
+        counts.push_back(fileCountOf(node));
+    std::reverse(counts.begin() + known, counts.end());
 }
 
 void KXAddToBatchManager::OnSupportedGroupChanged()

@@ -51,10 +51,22 @@ int compareNumbers(QStringView a, QStringView b)
     return a.size() != b.size() ? (a.size() < b.size() ? -1 : 1) : a.compare(b);
 }
 
+// What both begin with says nothing, up to a number or a pair of surrogates that may go on differently.
+qsizetype startOfDifference(QStringView a, QStringView b)
+{
+    const qsizetype size = qMin(a.size(), b.size());
+    qsizetype i = 0;
+    while (i < size && a[i] == b[i])
+        ++i;
+    while (i > 0 && isDigit(a[i - 1]))
+        --i;
+    return i > 0 && a[i - 1].isHighSurrogate() ? i - 1 : i;
+}
+
 int compareNatural(QStringView a, QStringView b)
 {
-    qsizetype i = 0;
-    qsizetype j = 0;
+    qsizetype i = startOfDifference(a, b);
+    qsizetype j = i;
     while (i < a.size() && j < b.size())
     {
         // Digits of other scripts are characters like any: they do not lie in one range, and the order would
