@@ -46,9 +46,10 @@ struct GENERALTOOLSGUI_EXPORT ScanFunctor
 //
 // Needs a running event loop, which stays awake for up to 150 us at a time while a folder is in work: to be
 // woken up would take longer than most folders do. For the same reason a thread of the pool stays awake for
-// up to 50 us after each folder. Don't delete it from within one of its signals; deleteLater() is safe. Roots
-// that nobody took are deleted with it. It does not wait then for the folder in work, and the few nodes of
-// that are lost.
+// up to 150 us after each folder, and while folders are that small, the event loop's thread counts as one of
+// the pool's, as by QThreadPool::reserveThread(). Don't delete it from within one of its signals;
+// deleteLater() is safe. Roots that nobody took are deleted with it. It does not wait then for the folder in
+// work, and the few nodes of that are lost.
 class GENERALTOOLSGUI_EXPORT KXAddToBatchManager : public QObject
 {
     Q_OBJECT

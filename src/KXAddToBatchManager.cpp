@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <QSet>
+#include <QStringBuilder>
 #include <QtConcurrentMap>
 
 #include <algorithm>
@@ -230,7 +231,7 @@ void KXAddToBatchManager::OnScanReadyAt(int index)
         m_jobs.append({result.node, result.folders + result.files});
     const bool isFile = intOf(result.node, Model::NodeIsFileRole) != 0;
     const QString& kind = isFile ? m_pRun->fileKind : m_pRun->folderKind;
-    Q_EMIT ReadyAt(kind + valueOf(result.node, Model::NodePathRole).toString());
+    Q_EMIT ReadyAt(kind % valueOf(result.node, Model::NodePathRole).toString());
 }
 
 void KXAddToBatchManager::OnScanFinished()
@@ -249,9 +250,10 @@ void KXAddToBatchManager::OnScanFinished()
                                 : tr("Folder:"));
     Q_EMIT ReadyAt(QString());
     m_pRun->pace.Begin();
-    const PacedFunctor functor{{job.parent, m_filters}, {}};
+    const PacedFunctor functor{{job.parent, m_filters}, ScanPace::WorkerEnd(m_pRun->pace)};
     // Results of a run that has ended are lost here if they have not been taken over.
     m_watcher.setFuture(QtConcurrent::mapped(job.paths, functor));
+    m_pRun->pace.HasBegun();
     m_pRun->folderKind = tr("Folder:");
     m_pRun->fileKind = tr("File:");
     // With no job left of before, all that comes hangs under nodes that nobody else has.

@@ -26,7 +26,7 @@ void ScanPace::Begin()
     m_sinceBegin.start();
     if (!isShort)
     {
-        End();
+        release();
     }
     else if (!m_countsAsThread)
     {
@@ -37,13 +37,14 @@ void ScanPace::Begin()
 
 void ScanPace::Wait(const QFuture<BatchScanResult>& run)
 {
-    // The texts on the folder before are dealt with while this one is in work.
-    if (run.isFinished() || QAbstractEventDispatcher::instance()->hasPendingEvents())
+    // Results of a short run are taken over when it has ended: the threads would only wait for each other's
+    // locks meanwhile.
+    if (run.isFinished() || (!m_countsAsThread && QAbstractEventDispatcher::instance()->hasPendingEvents()))
         return;
     if (m_waitsToLeaveOut > 0)
     {
         --m_waitsToLeaveOut;
-        End();
+        release();
         return;
     }
     QElapsedTimer clock;
@@ -53,15 +54,26 @@ void ScanPace::Wait(const QFuture<BatchScanResult>& run)
     if (run.isFinished())
         return;
     m_waitsToLeaveOut = waitsLeftOut;
-    End();
+    release();
 }
 
 void ScanPace::End()
+{
+    ++*m_begun;
+    release();
+}
+
+void ScanPace::release()
 {
     if (!m_countsAsThread)
         return;
     m_countsAsThread = false;
     QThreadPool::globalInstance()->releaseThread();
+}
+
+ScanPace::WorkerEnd::WorkerEnd(const ScanPace& pace) : m_begun(pace.m_begun), m_before(*pace.m_begun)
+{
+    m_sinceStart.start();
 }
 
 ScanPace::WorkerEnd::~WorkerEnd()
@@ -71,6 +83,7 @@ ScanPace::WorkerEnd::~WorkerEnd()
     const qint64 now = m_sinceStart.nsecsElapsed();
     if (now > longestWake)
         return;
-    while (m_sinceStart.nsecsElapsed() < now + now / 8)
+    // The first one is this run.
+    while (*m_begun - m_before < 2 && m_sinceStart.nsecsElapsed() < 2 * now)
         QThread::yieldCurrentThread();
 }

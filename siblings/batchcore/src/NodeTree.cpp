@@ -143,11 +143,15 @@ bool PutInOrder(Node* branch)
         count += CountOf(child);
     }
     sortChildren(branch);
-    if (!branch->children.isEmpty() && IsFile(branch->data))
-        branch->data.roles.insert(KXBatchInputModel::NodeIsFileRole, 0);
     if (IsFile(branch->data))
-        count = 1;
-    if (CountOf(branch) != count || !branch->data.roles.contains(KXBatchInputModel::NodeFileCountRole))
+    {
+        if (branch->children.isEmpty())
+            count = 1;
+        else
+            branch->data.roles.insert(KXBatchInputModel::NodeIsFileRole, 0);
+    }
+    const auto known = branch->data.roles.constFind(KXBatchInputModel::NodeFileCountRole);
+    if (known == branch->data.roles.constEnd() || known->toInt() != count)
         SetCount(branch, count);
     return true;
 }

@@ -119,6 +119,7 @@ void tst_NodeData::firstStandsBeforeSecond_data()
     rowOf("zero before one", "a0", "a1");
     rowOf("numbers of any length", "a99999999999999999999999998", "a99999999999999999999999999");
     rowOf("longer number is greater", "a9999999999999999999", "a10000000000000000000");
+    rowOf("number that goes on is greater", "img12x", "img120");
     rowOf("digit before letter", "a1", "ab");
     rowOf("blank before digit", "a b", "a1");
     rowOf("letters beyond ASCII fold", QString::fromUtf8("ÉCOLE1"), QString::fromUtf8("école2"));
