@@ -99,8 +99,9 @@ private:
         KXBatchInputModel::Node* parent;
         QStringList paths;
     };
-    struct Run;
+    struct ScanState;
 
+    void startRun(const Job& job);
     void addToFileCounts(KXBatchInputModel::Node* node, int count);
     void findFileCounts(KXBatchInputModel::Node* node);
 
@@ -110,6 +111,6 @@ private:
     QStringList m_filters;
     // Whether others may change the nodes that the scan adds to.
     bool m_isTaken = false;
-    // Of the run in flight.
-    const std::unique_ptr<Run> m_pRun;
+    // What else a scan keeps from run to run.
+    const std::unique_ptr<ScanState> m_pState;
 };

@@ -145,9 +145,9 @@ BatchScanResult ScanFunctor::operator()(const QString& path) const
     return result;
 }
 
-struct KXAddToBatchManager::Run
+struct KXAddToBatchManager::ScanState
 {
-    // What a line of text on a node begins with. Translated once, since there are many nodes.
+    // What a line of text on a node begins with. Translated once a run, since there are many nodes.
     QString folderKind;
     QString fileKind;
     // Those of the run's parent, which is the last one, and of all above it, once one of its files is known.
@@ -156,7 +156,7 @@ struct KXAddToBatchManager::Run
     ScanPace pace;
 };
 
-KXAddToBatchManager::KXAddToBatchManager(QObject* parent) : QObject(parent), m_pRun(new Run)
+KXAddToBatchManager::KXAddToBatchManager(QObject* parent) : QObject(parent), m_pState(new ScanState)
 {
     using Watcher = QFutureWatcherBase;
     connect(&m_watcher, &Watcher::resultReadyAt, this, &KXAddToBatchManager::OnScanReadyAt);
@@ -165,7 +165,7 @@ KXAddToBatchManager::KXAddToBatchManager(QObject* parent) : QObject(parent), m_p
     connect(&m_watcher, &Watcher::progressValueChanged, this, &KXAddToBatchManager::Progress);
     if (const auto* dispatcher = QAbstractEventDispatcher::instance())
         connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this,
-                [this] { m_pRun->pace.Wait(m_watcher.future()); });
+                [this] { m_pState->pace.Wait(m_watcher.future()); });
     if (const NVImageFileManager* manager = NVImageFileManager::GetInstance())
     {
         OnSupportedGroupChanged();
@@ -189,12 +189,14 @@ QList<Node*> KXAddToBatchManager::TakeResult()
 
 void KXAddToBatchManager::ScanFolders(QStringList folders)
 {
+    m_pState->pace.End();
     m_jobs.append({nullptr, std::move(folders)});
     OnScanFinished();
 }
 
 void KXAddToBatchManager::ScanFiles(QStringList files)
 {
+    m_pState->pace.End();
     m_jobs.append({nullptr, std::move(files)});
     OnScanFinished();
 }
@@ -207,7 +209,7 @@ void KXAddToBatchManager::Cancel()
     Q_EMIT ReadyAt(tr("Cancelled"));
     Q_EMIT NewFolder(tr("Cancelled"));
     m_jobs.clear();
-    m_pRun->pace.End();
+    m_pState->pace.End();
     m_watcher.waitForFinished();
     qDeleteAll(m_results);
     m_results.clear();
@@ -230,7 +232,7 @@ void KXAddToBatchManager::OnScanReadyAt(int index)
     if (!result.folders.isEmpty() || !result.files.isEmpty())
         m_jobs.append({result.node, result.folders + result.files});
     const bool isFile = intOf(result.node, Model::NodeIsFileRole) != 0;
-    const QString& kind = isFile ? m_pRun->fileKind : m_pRun->folderKind;
+    const QString& kind = isFile ? m_pState->fileKind : m_pState->folderKind;
     Q_EMIT ReadyAt(kind % valueOf(result.node, Model::NodePathRole).toString());
 }
 
@@ -238,30 +240,33 @@ void KXAddToBatchManager::OnScanFinished()
 {
     if (m_jobs.isEmpty())
     {
-        m_pRun->pace.End();
+        m_pState->pace.End();
         Q_EMIT ScanFinished();
         return;
     }
     const Job job = m_jobs.takeFirst();
-    if (!m_watcher.future().isFinished())
-        m_pRun->pace.End();
     m_watcher.waitForFinished();
     Q_EMIT NewFolder(job.parent ? tr("Folder: %1").arg(valueOf(job.parent, Model::NodePathRole).toString())
                                 : tr("Folder:"));
     Q_EMIT ReadyAt(QString());
-    m_pRun->pace.Begin();
-    const PacedFunctor functor{{job.parent, m_filters}, ScanPace::WorkerEnd(m_pRun->pace)};
-    // Results of a run that has ended are lost here if they have not been taken over.
-    m_watcher.setFuture(QtConcurrent::mapped(job.paths, functor));
-    m_pRun->pace.HasBegun();
-    m_pRun->folderKind = tr("Folder:");
-    m_pRun->fileKind = tr("File:");
+    startRun(job);
     // With no job left of before, all that comes hangs under nodes that nobody else has.
     if (!job.parent && m_jobs.isEmpty())
     {
-        m_pRun->counts.clear();
+        m_pState->counts.clear();
         m_isTaken = false;
     }
+}
+
+void KXAddToBatchManager::startRun(const Job& job)
+{
+    m_pState->pace.Begin();
+    const PacedFunctor functor{{job.parent, m_filters}, ScanPace::WorkerEnd(m_pState->pace)};
+    // Results of a run that has ended are lost here if they have not been taken over.
+    m_watcher.setFuture(QtConcurrent::mapped(job.paths, functor));
+    m_pState->pace.HasBegun();
+    m_pState->folderKind = tr("Folder:");
+    m_pState->fileKind = tr("File:");
 }
 
 // To the node, which is that of the run, and to all above it.
@@ -269,7 +274,7 @@ void KXAddToBatchManager::addToFileCounts(Node* node, int count)
 {
     if (count == 0)
         return;
-    std::vector<FileCount>& counts = m_pRun->counts;
+    std::vector<FileCount>& counts = m_pState->counts;
     if (m_isTaken)
         counts.clear();
     if (counts.empty() || counts.back().node != node)
@@ -278,10 +283,10 @@ void KXAddToBatchManager::addToFileCounts(Node* node, int count)
         *above.value += count;
 }
 
-// Most are there since the run before, which was next to this one or directly above it.
+// Most are there since the run before, which mostly was next to this one or directly above it.
 void KXAddToBatchManager::findFileCounts(Node* node)
 {
-    std::vector<FileCount>& counts = m_pRun->counts;
+    std::vector<FileCount>& counts = m_pState->counts;
     while (!counts.empty() && counts.back().node != node->parent)
         counts.pop_back();
     const auto known = std::ptrdiff_t(counts.size());

@@ -1,7 +1,7 @@
 #include "ScanPace_p.h"
 
 #include <QAbstractEventDispatcher>
-#include <QThreadPool>
+#include <QThread>
 
 #include "KXAddToBatchManager.h"
 
@@ -13,7 +13,14 @@ constexpr qint64 longestWake = 150000;
 // After one in vain: folders that take longer come in numbers, and their workers need the processor.
 constexpr int waitsLeftOut = 3;
 
+bool hasPendingEvents()
+{
+    return QAbstractEventDispatcher::instance()->hasPendingEvents();
+}
+
 } // namespace
+
+const ScanPace* ScanPace::s_pCounting = nullptr;
 
 ScanPace::~ScanPace()
 {
@@ -22,25 +29,35 @@ ScanPace::~ScanPace()
 
 void ScanPace::Begin()
 {
-    const bool isShort = m_sinceBegin.isValid() && m_sinceBegin.nsecsElapsed() < longestWake;
+    noteEnd();
+    const bool isShort = m_sinceBegin.isValid() && m_took < longestWake;
     m_sinceBegin.start();
-    if (!isShort)
-    {
+    m_took = -1;
+    m_hasDelivered = false;
+    if (isShort)
+        countAsThread();
+    else
         release();
-    }
-    else if (!m_countsAsThread)
-    {
-        m_countsAsThread = true;
-        QThreadPool::globalInstance()->reserveThread();
-    }
 }
 
 void ScanPace::Wait(const QFuture<BatchScanResult>& run)
 {
-    // Results of a short run are taken over when it has ended: the threads would only wait for each other's
-    // locks meanwhile.
-    if (run.isFinished() || (!m_countsAsThread && QAbstractEventDispatcher::instance()->hasPendingEvents()))
+    if (run.isFinished())
+    {
+        noteEnd();
+        // Nobody waits for its end.
+        if (countsAsThread() && !hasPendingEvents())
+            release();
         return;
+    }
+    // While a short run is in work, what was posted before it is delivered, texts above all. Its results, and
+    // what else comes meanwhile, have to wait until it has ended: to take over each at once, the threads
+    // would wait for each other's locks.
+    if (!(countsAsThread() && m_hasDelivered) && hasPendingEvents())
+    {
+        m_hasDelivered = true;
+        return;
+    }
     if (m_waitsToLeaveOut > 0)
     {
         --m_waitsToLeaveOut;
@@ -52,26 +69,48 @@ void ScanPace::Wait(const QFuture<BatchScanResult>& run)
     while (!run.isFinished() && clock.nsecsElapsed() < longestWake)
         QThread::yieldCurrentThread();
     if (run.isFinished())
+    {
+        noteEnd();
         return;
+    }
     m_waitsToLeaveOut = waitsLeftOut;
     release();
 }
 
 void ScanPace::End()
 {
-    ++*m_begun;
+    ++*m_turns;
+    m_sinceBegin.invalidate();
     release();
+}
+
+void ScanPace::noteEnd()
+{
+    if (m_took < 0)
+        m_took = m_sinceBegin.nsecsElapsed();
+}
+
+// A pool of one thread can spare none.
+void ScanPace::countAsThread()
+{
+    QThreadPool* pool = QThreadPool::globalInstance();
+    if (s_pCounting || pool->maxThreadCount() < 2)
+        return;
+    s_pCounting = this;
+    m_pPool = pool;
+    pool->reserveThread();
 }
 
 void ScanPace::release()
 {
-    if (!m_countsAsThread)
+    if (!countsAsThread())
         return;
-    m_countsAsThread = false;
-    QThreadPool::globalInstance()->releaseThread();
+    s_pCounting = nullptr;
+    if (m_pPool)
+        m_pPool->releaseThread();
 }
 
-ScanPace::WorkerEnd::WorkerEnd(const ScanPace& pace) : m_begun(pace.m_begun), m_before(*pace.m_begun)
+ScanPace::WorkerEnd::WorkerEnd(const ScanPace& pace) : m_turns(pace.m_turns), m_turnsBefore(*pace.m_turns)
 {
     m_sinceStart.start();
 }
@@ -84,6 +123,6 @@ ScanPace::WorkerEnd::~WorkerEnd()
     if (now > longestWake)
         return;
     // The first one is this run.
-    while (*m_begun - m_before < 2 && m_sinceStart.nsecsElapsed() < 2 * now)
+    while (*m_turns - m_turnsBefore < 2 && m_sinceStart.nsecsElapsed() < 2 * now)
         QThread::yieldCurrentThread();
 }

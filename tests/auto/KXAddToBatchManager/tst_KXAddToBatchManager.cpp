@@ -2,6 +2,8 @@
 // is cancelled, started anew or deleted at any stage.
 
 #include <QMetaMethod>
+#include <QRunnable>
+#include <QSemaphore>
 #include <QSignalSpy>
 #include <QThreadPool>
 #include <QTimer>
@@ -9,6 +11,7 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <functional>
 
 #include "BusyThreads.h"
 #include "FolderTree.h"
@@ -22,6 +25,9 @@
 using Model = KXBatchInputModel;
 using Node = KXBatchInputModel::Node;
 using Manager = KXAddToBatchManager;
+using Act = std::function<void(Manager&)>;
+
+Q_DECLARE_METATYPE(Act)
 
 namespace
 {
@@ -118,6 +124,17 @@ void MakeTree(const FolderTree& tree)
     }
 }
 
+// Small folders one within the other, 80 files in all.
+void MakeChain(const FolderTree& tree)
+{
+    QByteArray folder;
+    for (int i = 0; i < 40; ++i)
+    {
+        folder += "in/";
+        tree.Files({folder + "1.png", folder + "2.png"});
+    }
+}
+
 // Empty ones.
 QStringList MakeFolders(const FolderTree& tree, int count)
 {
@@ -165,6 +182,9 @@ bool RunUntil(const std::function<bool()>& isDone)
 {
     QTimer watchdog;
     watchdog.start(60000);
+    // There may be nothing else left to wait for.
+    QTimer look;
+    look.start(20);
     while (!isDone() && watchdog.remainingTime() > 0)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     return isDone();
@@ -199,18 +219,23 @@ class tst_KXAddToBatchManager : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup();
     void interfaceIsAsHostsKnowIt();
     void fileAloneGivesItsTexts();
     void foldersGiveTheirTextsLevelByLevel();
     void textsAreTranslated();
     void treeIsSortedCountedAndComplete();
     void countsGoOnFromWhatTheNewOwnerSet();
+    void treesOfOneManagerDoNotShareCounts();
     void eachNodeIsToldOnceAndEachRunBeginsEmpty();
     void eachPathIsLookedAtOnceAndEachFolderIsReadOnce();
     void progressBeginsAnewWithEachRun();
     void nothingHappensWithoutAnEventLoop();
     void eventLoopGoesOnWhileAFolderCannotBegin();
+    void threadOfThePoolIsGivenBack_data();
+    void threadOfThePoolIsGivenBack();
+    void threadOfThePoolIsGivenBackWhileASlotWaits();
+    void poolOfOneThreadServesOthersInMidScan();
+    void twoScansAtOnce();
     void emptyListFinishes();
     void emptyFolderHasNoFurtherRun();
     void pathsWithoutANodeAreDroppedSilently();
@@ -249,12 +274,6 @@ private Q_SLOTS:
     void finishedScanLeavesNothingBehind();
     void leakIsBoundedToTheRunInFlight();
 };
-
-// A scan gives back the thread of the pool that it holds while folders are small, however it ends.
-void tst_KXAddToBatchManager::cleanup()
-{
-    QTRY_COMPARE(QThreadPool::globalInstance()->activeThreadCount(), 0);
-}
 
 void tst_KXAddToBatchManager::interfaceIsAsHostsKnowIt()
 {
@@ -402,6 +421,23 @@ void tst_KXAddToBatchManager::countsGoOnFromWhatTheNewOwnerSet()
     QCOMPARE(FileCount(roots.list[0]), 102);
 }
 
+void tst_KXAddToBatchManager::treesOfOneManagerDoNotShareCounts()
+{
+    const Formats formats;
+    const FolderTree tree;
+    MakeTree(tree);
+    Manager manager(nullptr);
+    for (int i = 0; i < 30; ++i)
+    {
+        manager.ScanFolders({tree.Path()});
+        QVERIFY(RunToTheEnd(manager));
+        // Gone before the next one, which may get their place in memory.
+        const Roots roots(manager.TakeResult());
+        QCOMPARE(roots.list.size(), 1);
+        QCOMPARE(Flaw(roots.list[0]), QString());
+    }
+}
+
 void tst_KXAddToBatchManager::eachNodeIsToldOnceAndEachRunBeginsEmpty()
 {
     const Formats formats;
@@ -501,6 +537,111 @@ void tst_KXAddToBatchManager::eventLoopGoesOnWhileAFolderCannotBegin()
     QVERIFY(RunToTheEnd(manager));
     const Roots roots(manager.TakeResult());
     QCOMPARE(roots.list.size(), 1);
+}
+
+void tst_KXAddToBatchManager::threadOfThePoolIsGivenBack_data()
+{
+    QTest::addColumn<Act>("act");
+    const auto row = [](const char* name, const Act& act) { QTest::newRow(name) << act; };
+    row("in the end", [](Manager&) {});
+    row("cancelled as a folder begins", [](Manager& manager) { manager.Cancel(); });
+    row("cancelled while one is in work",
+        [](Manager& manager) { QTimer::singleShot(0, &manager, &Manager::Cancel); });
+    row("cancelled and begun anew",
+        [](Manager& manager)
+        {
+            manager.Cancel();
+            manager.ScanFolders({});
+        });
+    row("a second scan in mid-scan", [](Manager& manager) { manager.ScanFolders({}); });
+}
+
+// While folders are small, a scan holds one, whatever comes in between.
+void tst_KXAddToBatchManager::threadOfThePoolIsGivenBack()
+{
+    QFETCH(Act, act);
+    const Formats formats;
+    const FolderTree tree;
+    MakeChain(tree);
+    Manager manager(nullptr);
+    const AfterSignals stage(&manager, 61, [&] { act(manager); });
+    manager.ScanFolders({tree.Path()});
+    QVERIFY(
+        RunUntil([&] { return stage.Acted() && QThreadPool::globalInstance()->activeThreadCount() == 0; }));
+    manager.Cancel();
+    Settle();
+}
+
+void tst_KXAddToBatchManager::threadOfThePoolIsGivenBackWhileASlotWaits()
+{
+    const Formats formats;
+    const FolderTree tree;
+    MakeChain(tree);
+    Manager manager(nullptr);
+    bool isGivenBack = false;
+    // No folder is in work meanwhile.
+    const AfterSignals stage(&manager, 61,
+                             [&]
+                             {
+                                 QEventLoop loop;
+                                 QTimer::singleShot(50, &loop, &QEventLoop::quit);
+                                 loop.exec();
+                                 isGivenBack = QThreadPool::globalInstance()->activeThreadCount() == 0;
+                             });
+    manager.ScanFolders({tree.Path()});
+    QVERIFY(RunToTheEnd(manager));
+    QVERIFY(isGivenBack);
+    const Roots roots(manager.TakeResult());
+    QCOMPARE(Flaw(roots.list.value(0)), QString());
+}
+
+void tst_KXAddToBatchManager::poolOfOneThreadServesOthersInMidScan()
+{
+    const Formats formats;
+    const FolderTree tree;
+    MakeChain(tree);
+    const OneThread one;
+    QThreadPool* pool = QThreadPool::globalInstance();
+    const int expiry = pool->expiryTimeout();
+    pool->setExpiryTimeout(20);
+    Manager manager(nullptr);
+    const AfterSignals stage(&manager, 60, [] {});
+    manager.ScanFolders({tree.Path()});
+    QVERIFY(RunUntil([&] { return stage.Acted(); }));
+    // The event loop rests so long that the thread ends.
+    QTest::qSleep(100);
+    QSemaphore done;
+    pool->start(QRunnable::create([&done] { done.release(); }));
+    const bool isServed = done.tryAcquire(1, 10000);
+    pool->setExpiryTimeout(expiry);
+    QVERIFY(isServed);
+    QVERIFY(RunToTheEnd(manager));
+    const Roots roots(manager.TakeResult());
+    QCOMPARE(Flaw(roots.list.value(0)), QString());
+}
+
+void tst_KXAddToBatchManager::twoScansAtOnce()
+{
+    const Formats formats;
+    const FolderTree tree;
+    MakeChain(tree);
+    Manager one(nullptr);
+    Manager other(nullptr);
+    int finished = 0;
+    for (Manager* manager : {&one, &other})
+    {
+        connect(manager, &Manager::ScanFinished, this, [&finished] { ++finished; });
+        manager->ScanFolders({tree.Path()});
+    }
+    QVERIFY(RunUntil([&] { return finished == 2; }));
+    QTRY_COMPARE(QThreadPool::globalInstance()->activeThreadCount(), 0);
+    const Roots roots(one.TakeResult() + other.TakeResult());
+    QCOMPARE(roots.list.size(), 2);
+    for (const Node* root : roots.list)
+    {
+        QCOMPARE(Flaw(root), QString());
+        QCOMPARE(FileCount(root), 80);
+    }
 }
 
 void tst_KXAddToBatchManager::emptyListFinishes()

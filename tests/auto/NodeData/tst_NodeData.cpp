@@ -125,6 +125,8 @@ void tst_NodeData::firstStandsBeforeSecond_data()
     rowOf("letters beyond ASCII fold", QString::fromUtf8("ÉCOLE1"), QString::fromUtf8("école2"));
     rowOf("letters beyond 16 bits fold", QString::fromUcs4(U"\U00010400a"),
           QString::fromUcs4(U"\U00010428b"));
+    rowOf("letters beyond 16 bits fold, turned round", QString::fromUcs4(U"\U00010428a"),
+          QString::fromUcs4(U"\U00010400b"));
     rowOf("digits of other scripts are characters", QString::fromUtf8("٢"), QString::fromUtf8("٣"));
 }
 
