@@ -204,6 +204,17 @@ private:
     const int m_count;
 };
 
+bool HasThreadsOfThePool()
+{
+    const QStringList threads = QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    return std::any_of(threads.cbegin(), threads.cend(),
+                       [](const QString& thread)
+                       {
+                           QFile name("/proc/self/task/" + thread + "/comm");
+                           return name.open(QFile::ReadOnly) && name.readAll().contains("pooled");
+                       });
+}
+
 // Everything that was posted, and what the pool still works on.
 void Settle()
 {
@@ -603,13 +614,17 @@ void tst_KXAddToBatchManager::poolOfOneThreadServesOthersInMidScan()
     const OneThread one;
     QThreadPool* pool = QThreadPool::globalInstance();
     const int expiry = pool->expiryTimeout();
-    pool->setExpiryTimeout(20);
+    pool->setExpiryTimeout(0);
     Manager manager(nullptr);
     const AfterSignals stage(&manager, 60, [] {});
     manager.ScanFolders({tree.Path()});
     QVERIFY(RunUntil([&] { return stage.Acted(); }));
-    // The event loop rests so long that the thread ends.
-    QTest::qSleep(100);
+    // The event loop rests until the thread has ended.
+    QElapsedTimer clock;
+    clock.start();
+    while (HasThreadsOfThePool() && clock.elapsed() < 10000)
+        QThread::yieldCurrentThread();
+    QVERIFY(!HasThreadsOfThePool());
     QSemaphore done;
     pool->start(QRunnable::create([&done] { done.release(); }));
     const bool isServed = done.tryAcquire(1, 10000);
