@@ -204,6 +204,25 @@ private:
     const int m_count;
 };
 
+// Threads of the pool that have nothing to do. None may be there when that is set.
+class ThreadsEndAtOnce
+{
+public:
+    ThreadsEndAtOnce() : m_expiry(pool()->expiryTimeout()) { set(0); }
+    ~ThreadsEndAtOnce() { set(m_expiry); }
+
+private:
+    Q_DISABLE_COPY(ThreadsEndAtOnce)
+    static QThreadPool* pool() { return QThreadPool::globalInstance(); }
+    static void set(int expiry)
+    {
+        pool()->waitForDone();
+        pool()->setExpiryTimeout(expiry);
+    }
+
+    const int m_expiry;
+};
+
 bool HasThreadsOfThePool()
 {
     const QStringList threads = QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
@@ -612,9 +631,7 @@ void tst_KXAddToBatchManager::poolOfOneThreadServesOthersInMidScan()
     const FolderTree tree;
     MakeChain(tree);
     const OneThread one;
-    QThreadPool* pool = QThreadPool::globalInstance();
-    const int expiry = pool->expiryTimeout();
-    pool->setExpiryTimeout(0);
+    const ThreadsEndAtOnce expiry;
     Manager manager(nullptr);
     const AfterSignals stage(&manager, 60, [] {});
     manager.ScanFolders({tree.Path()});
@@ -626,10 +643,8 @@ void tst_KXAddToBatchManager::poolOfOneThreadServesOthersInMidScan()
         QThread::yieldCurrentThread();
     QVERIFY(!HasThreadsOfThePool());
     QSemaphore done;
-    pool->start(QRunnable::create([&done] { done.release(); }));
-    const bool isServed = done.tryAcquire(1, 10000);
-    pool->setExpiryTimeout(expiry);
-    QVERIFY(isServed);
+    QThreadPool::globalInstance()->start(QRunnable::create([&done] { done.release(); }));
+    QVERIFY(done.tryAcquire(1, 10000));
     QVERIFY(RunToTheEnd(manager));
     const Roots roots(manager.TakeResult());
     QCOMPARE(Flaw(roots.list.value(0)), QString());
