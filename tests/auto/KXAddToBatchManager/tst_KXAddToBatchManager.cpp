@@ -610,14 +610,10 @@ void tst_KXAddToBatchManager::threadOfThePoolIsGivenBackWhileASlotWaits()
     Manager manager(nullptr);
     bool isGivenBack = false;
     // No folder is in work meanwhile.
-    const AfterSignals stage(&manager, 61,
-                             [&]
-                             {
-                                 QEventLoop loop;
-                                 QTimer::singleShot(50, &loop, &QEventLoop::quit);
-                                 loop.exec();
-                                 isGivenBack = QThreadPool::globalInstance()->activeThreadCount() == 0;
-                             });
+    const AfterSignals stage(
+        &manager, 61,
+        [&]
+        { isGivenBack = RunUntil([] { return QThreadPool::globalInstance()->activeThreadCount() == 0; }); });
     manager.ScanFolders({tree.Path()});
     QVERIFY(RunToTheEnd(manager));
     QVERIFY(isGivenBack);
