@@ -47,9 +47,9 @@ struct GENERALTOOLSGUI_EXPORT ScanFunctor
 // Needs a running event loop, which stays awake for up to 150 us at a time while a folder is in work: to be
 // woken up would take longer than most folders do. For the same reason a thread of the pool stays awake for
 // up to 150 us after each folder, and while folders are that small, the event loop's thread counts as one of
-// the pool's, as by QThreadPool::reserveThread(). Don't delete it from within one of its signals;
-// deleteLater() is safe. Roots that nobody took are deleted with it. It does not wait then for the folder in
-// work, and the few nodes of that are lost.
+// the pool's, as by QThreadPool::reserveThread(), until the loop waits in vain or the scan ends. Don't delete
+// it from within one of its signals; deleteLater() is safe. Roots that nobody took are deleted with it. It
+// does not wait then for the folder in work, and the few nodes of that are lost.
 class GENERALTOOLSGUI_EXPORT KXAddToBatchManager : public QObject
 {
     Q_OBJECT
@@ -109,8 +109,6 @@ private:
     QList<Job> m_jobs;
     QFutureWatcher<BatchScanResult> m_watcher;
     QStringList m_filters;
-    // Whether others may change the nodes that the scan adds to.
-    bool m_isTaken = false;
-    // What else a scan keeps from run to run.
+    // What a scan keeps from run to run.
     const std::unique_ptr<ScanState> m_pState;
 };

@@ -117,7 +117,7 @@ void KXAddToBatchDialog::GatePainting()
         label->setFixedSize(width, label->sizeHint().height());
     }
     auto* gate = new PaintGate(this, {m_pUi->m_pFolder, m_pUi->m_pProgress, m_pUi->m_pFile}, m_pUi->m_pFile);
-    // Just before the bar would paint its new value; one that it has already passes nothing.
+    // Just before the bar would paint its new value. It does not tell of a value that it shows already.
     connect(m_pUi->m_pProgress, &QProgressBar::valueChanged, gate, &PaintGate::Pass);
     connect(this, &KXAddToBatchDialog::Rejected, gate, &PaintGate::Open);
 }

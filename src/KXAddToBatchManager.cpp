@@ -153,6 +153,8 @@ struct KXAddToBatchManager::ScanState
     // Those of the run's parent, which is the last one, and of all above it, once one of its files is known.
     // To look for them anew with each file, or for all of them with each run, takes longest in deep folders.
     std::vector<FileCount> counts;
+    // Whether others may change the nodes that the scan adds to.
+    bool isTaken = false;
     ScanPace pace;
 };
 
@@ -183,12 +185,13 @@ QList<Node*> KXAddToBatchManager::TakeResult()
 {
     QList<Node*> results;
     results.swap(m_results);
-    m_isTaken = true;
+    m_pState->isTaken = true;
     return results;
 }
 
 void KXAddToBatchManager::ScanFolders(QStringList folders)
 {
+    // To wait for what is in work needs no thread.
     m_pState->pace.End();
     m_jobs.append({nullptr, std::move(folders)});
     OnScanFinished();
@@ -196,9 +199,7 @@ void KXAddToBatchManager::ScanFolders(QStringList folders)
 
 void KXAddToBatchManager::ScanFiles(QStringList files)
 {
-    m_pState->pace.End();
-    m_jobs.append({nullptr, std::move(files)});
-    OnScanFinished();
+    ScanFolders(std::move(files));
 }
 
 void KXAddToBatchManager::Cancel()
@@ -254,7 +255,7 @@ void KXAddToBatchManager::OnScanFinished()
     if (!job.parent && m_jobs.isEmpty())
     {
         m_pState->counts.clear();
-        m_isTaken = false;
+        m_pState->isTaken = false;
     }
 }
 
@@ -275,7 +276,7 @@ void KXAddToBatchManager::addToFileCounts(Node* node, int count)
     if (count == 0)
         return;
     std::vector<FileCount>& counts = m_pState->counts;
-    if (m_isTaken)
+    if (m_pState->isTaken)
         counts.clear();
     if (counts.empty() || counts.back().node != node)
         findFileCounts(node);

@@ -3,8 +3,6 @@
 #include <QAbstractEventDispatcher>
 #include <QThread>
 
-#include "KXAddToBatchManager.h"
-
 namespace
 {
 
@@ -34,13 +32,14 @@ void ScanPace::Begin()
     m_sinceBegin.start();
     m_took = -1;
     m_hasDelivered = false;
-    if (isShort)
+    // A pool of one thread can spare none.
+    if (isShort && QThreadPool::globalInstance()->maxThreadCount() > 1)
         countAsThread();
     else
         release();
 }
 
-void ScanPace::Wait(const QFuture<BatchScanResult>& run)
+void ScanPace::Wait(const QFuture<void>& run)
 {
     if (run.isFinished())
     {
@@ -86,19 +85,17 @@ void ScanPace::End()
 
 void ScanPace::noteEnd()
 {
-    if (m_took < 0)
+    if (m_took < 0 && m_sinceBegin.isValid())
         m_took = m_sinceBegin.nsecsElapsed();
 }
 
-// A pool of one thread can spare none.
 void ScanPace::countAsThread()
 {
-    QThreadPool* pool = QThreadPool::globalInstance();
-    if (s_pCounting || pool->maxThreadCount() < 2)
+    if (s_pCounting)
         return;
     s_pCounting = this;
-    m_pPool = pool;
-    pool->reserveThread();
+    m_pPool = QThreadPool::globalInstance();
+    m_pPool->reserveThread();
 }
 
 void ScanPace::release()

@@ -8,8 +8,6 @@
 #include <atomic>
 #include <memory>
 
-struct BatchScanResult;
-
 // How the threads of a scan wait for one another. A run of the pool looks at one folder, which mostly takes
 // less time than to fall asleep and to be woken up: the event loop and one thread of the pool then pass the
 // work to and fro awake. Longer runs are left to the pool as they are. GUI thread, but for the end of
@@ -46,8 +44,8 @@ public:
     // The run stands in the pool's queue.
     void HasBegun() { ++*m_turns; }
     // The event loop is about to wait, or to look for events.
-    void Wait(const QFuture<BatchScanResult>& run);
-    // There is no further run for now.
+    void Wait(const QFuture<void>& run);
+    // There is no further run for now, or one that the run before says nothing of.
     void End();
 
 private:

@@ -1,6 +1,7 @@
 // The scan of whole folders: queue, links between nodes, file counts, texts, and what becomes of it when it
 // is cancelled, started anew or deleted at any stage.
 
+#include <QDeadlineTimer>
 #include <QMetaMethod>
 #include <QRunnable>
 #include <QSemaphore>
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 
 #include "BusyThreads.h"
 #include "FolderTree.h"
@@ -77,6 +79,8 @@ QStringList PathsBelow(const Node* node)
 // What is wrong with links, order or counts; empty if nothing is.
 QString Flaw(const Node* node)
 {
+    if (!node)
+        return "no tree";
     int files = IsFile(node) ? 1 : 0;
     for (int i = 0; i < node->children.size(); ++i)
     {
@@ -99,6 +103,15 @@ bool RunToTheEnd(Manager& manager)
 {
     QSignalSpy finished(&manager, &Manager::ScanFinished);
     return finished.wait(60000);
+}
+
+// What is wrong with the only tree that there is then.
+QString FlawInTheEnd(Manager& manager)
+{
+    if (!RunToTheEnd(manager))
+        return "no end";
+    const Roots roots(manager.TakeResult());
+    return roots.list.size() > 1 ? "several trees" : Flaw(roots.list.value(0));
 }
 
 // The formats "png" and "jpg" and what the plugins read.
@@ -124,7 +137,7 @@ void MakeTree(const FolderTree& tree)
     }
 }
 
-// Small folders one within the other, 80 files in all.
+// Forty small folders one within the other, with two files each.
 void MakeChain(const FolderTree& tree)
 {
     QByteArray folder;
@@ -134,6 +147,12 @@ void MakeChain(const FolderTree& tree)
         tree.Files({folder + "1.png", folder + "2.png"});
     }
 }
+
+// A signal ReadyAt of such a chain's scan, counted from 1: the empty line with which the 15th folder begins.
+// The root gives two, the first folder in it two more, each further one four.
+constexpr int FolderBegins = 2 + 2 + 14 * 4 + 1;
+// The last line on a node before that.
+constexpr int FolderEnds = FolderBegins - 1;
 
 // Empty ones.
 QStringList MakeFolders(const FolderTree& tree, int count)
@@ -147,7 +166,7 @@ QStringList MakeFolders(const FolderTree& tree, int count)
     return paths;
 }
 
-// Ends the run after so many signals ReadyAt, or never.
+// Acts once, at the signal ReadyAt that is the given one from now on.
 class AfterSignals : public QObject
 {
 public:
@@ -180,26 +199,36 @@ public:
 // Runs the event loop as it runs in a program, without pauses: QTRY_VERIFY sleeps between two looks.
 bool RunUntil(const std::function<bool()>& isDone)
 {
-    QTimer watchdog;
-    watchdog.start(60000);
+    const QDeadlineTimer patience(60000);
     // There may be nothing else left to wait for.
     QTimer look;
     look.start(20);
-    while (!isDone() && watchdog.remainingTime() > 0)
+    while (!isDone() && !patience.hasExpired())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     return isDone();
+}
+
+QThreadPool* Pool()
+{
+    return QThreadPool::globalInstance();
+}
+
+// Whether no thread of the pool is in use, once it has worked off all it has.
+bool IsPoolAtRest()
+{
+    Pool()->waitForDone();
+    return Pool()->activeThreadCount() == 0;
 }
 
 // What waits in a run is looked at one by one.
 class OneThread
 {
 public:
-    OneThread() : m_count(pool()->maxThreadCount()) { pool()->setMaxThreadCount(1); }
-    ~OneThread() { pool()->setMaxThreadCount(m_count); }
+    OneThread() : m_count(Pool()->maxThreadCount()) { Pool()->setMaxThreadCount(1); }
+    ~OneThread() { Pool()->setMaxThreadCount(m_count); }
 
 private:
     Q_DISABLE_COPY(OneThread)
-    static QThreadPool* pool() { return QThreadPool::globalInstance(); }
 
     const int m_count;
 };
@@ -208,16 +237,15 @@ private:
 class ThreadsEndAtOnce
 {
 public:
-    ThreadsEndAtOnce() : m_expiry(pool()->expiryTimeout()) { set(0); }
+    ThreadsEndAtOnce() : m_expiry(Pool()->expiryTimeout()) { set(0); }
     ~ThreadsEndAtOnce() { set(m_expiry); }
 
 private:
     Q_DISABLE_COPY(ThreadsEndAtOnce)
-    static QThreadPool* pool() { return QThreadPool::globalInstance(); }
     static void set(int expiry)
     {
-        pool()->waitForDone();
-        pool()->setExpiryTimeout(expiry);
+        Pool()->waitForDone();
+        Pool()->setExpiryTimeout(expiry);
     }
 
     const int m_expiry;
@@ -237,10 +265,27 @@ bool HasThreadsOfThePool()
 // Everything that was posted, and what the pool still works on.
 void Settle()
 {
-    QThreadPool::globalInstance()->waitForDone();
+    Pool()->waitForDone();
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
+
+// The scan of a chain, in which something may happen once.
+struct ChainScan
+{
+    explicit ChainScan(
+        int stageAt = 0, const Act& act = [](Manager&) {})
+        : stage(&manager, stageAt, [this, act] { act(manager); })
+    {
+        MakeChain(tree);
+        manager.ScanFolders({tree.Path()});
+    }
+
+    const Formats formats;
+    const FolderTree tree;
+    Manager manager{nullptr};
+    const AfterSignals stage;
+};
 
 } // namespace
 
@@ -249,6 +294,7 @@ class tst_KXAddToBatchManager : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void cleanup();
     void interfaceIsAsHostsKnowIt();
     void fileAloneGivesItsTexts();
     void foldersGiveTheirTextsLevelByLevel();
@@ -263,6 +309,7 @@ private Q_SLOTS:
     void eventLoopGoesOnWhileAFolderCannotBegin();
     void threadOfThePoolIsGivenBack_data();
     void threadOfThePoolIsGivenBack();
+    void threadOfThePoolIsGivenBackInTheEnd();
     void threadOfThePoolIsGivenBackWhileASlotWaits();
     void poolOfOneThreadServesOthersInMidScan();
     void twoScansAtOnce();
@@ -304,6 +351,12 @@ private Q_SLOTS:
     void finishedScanLeavesNothingBehind();
     void leakIsBoundedToTheRunInFlight();
 };
+
+// No manager is left, and none of them has kept a thread.
+void tst_KXAddToBatchManager::cleanup()
+{
+    QVERIFY(IsPoolAtRest());
+}
 
 void tst_KXAddToBatchManager::interfaceIsAsHostsKnowIt()
 {
@@ -460,11 +513,8 @@ void tst_KXAddToBatchManager::treesOfOneManagerDoNotShareCounts()
     for (int i = 0; i < 30; ++i)
     {
         manager.ScanFolders({tree.Path()});
-        QVERIFY(RunToTheEnd(manager));
-        // Gone before the next one, which may get their place in memory.
-        const Roots roots(manager.TakeResult());
-        QCOMPARE(roots.list.size(), 1);
-        QCOMPARE(Flaw(roots.list[0]), QString());
+        // The tree is gone before the next one, which may get its place in memory.
+        QCOMPARE(FlawInTheEnd(manager), QString());
     }
 }
 
@@ -541,7 +591,7 @@ void tst_KXAddToBatchManager::nothingHappensWithoutAnEventLoop()
     Manager manager(nullptr);
     SignalLog log(&manager);
     manager.ScanFolders({tree.Path()});
-    QThreadPool::globalInstance()->waitForDone();
+    Pool()->waitForDone();
     QCOMPARE(log.Count(), 2);
     QVERIFY(manager.TakeResult().isEmpty());
     QVERIFY(RunToTheEnd(manager));
@@ -572,11 +622,11 @@ void tst_KXAddToBatchManager::eventLoopGoesOnWhileAFolderCannotBegin()
 void tst_KXAddToBatchManager::threadOfThePoolIsGivenBack_data()
 {
     QTest::addColumn<Act>("act");
-    const auto row = [](const char* name, const Act& act) { QTest::newRow(name) << act; };
-    row("in the end", [](Manager&) {});
-    row("cancelled as a folder begins", [](Manager& manager) { manager.Cancel(); });
-    row("cancelled while one is in work",
-        [](Manager& manager) { QTimer::singleShot(0, &manager, &Manager::Cancel); });
+    QTest::addColumn<bool>("isPosted");
+    const auto row = [](const char* name, const Act& act, bool isPosted = false)
+    { QTest::newRow(name) << act << isPosted; };
+    row("cancelled as a folder begins", &Manager::Cancel);
+    row("cancelled while one is in work", &Manager::Cancel, true);
     row("cancelled and begun anew",
         [](Manager& manager)
         {
@@ -590,60 +640,61 @@ void tst_KXAddToBatchManager::threadOfThePoolIsGivenBack_data()
 void tst_KXAddToBatchManager::threadOfThePoolIsGivenBack()
 {
     QFETCH(Act, act);
-    const Formats formats;
-    const FolderTree tree;
-    MakeChain(tree);
-    Manager manager(nullptr);
-    const AfterSignals stage(&manager, 61, [&] { act(manager); });
-    manager.ScanFolders({tree.Path()});
-    QVERIFY(
-        RunUntil([&] { return stage.Acted() && QThreadPool::globalInstance()->activeThreadCount() == 0; }));
-    manager.Cancel();
-    Settle();
+    QFETCH(bool, isPosted);
+    bool isDone = false;
+    bool isGivenBack = false;
+    ChainScan scan(FolderBegins,
+                   [&](Manager& manager)
+                   {
+                       const auto look = [&]
+                       {
+                           act(manager);
+                           // No event comes in between.
+                           isGivenBack = IsPoolAtRest();
+                           isDone = true;
+                       };
+                       if (isPosted)
+                           QTimer::singleShot(0, &manager, look);
+                       else
+                           look();
+                   });
+    QVERIFY(RunUntil([&] { return isDone; }));
+    QVERIFY(isGivenBack);
+}
+
+void tst_KXAddToBatchManager::threadOfThePoolIsGivenBackInTheEnd()
+{
+    ChainScan scan;
+    bool isGivenBack = false;
+    connect(&scan.manager, &Manager::ScanFinished, this, [&] { isGivenBack = IsPoolAtRest(); });
+    QCOMPARE(FlawInTheEnd(scan.manager), QString());
+    QVERIFY(isGivenBack);
 }
 
 void tst_KXAddToBatchManager::threadOfThePoolIsGivenBackWhileASlotWaits()
 {
-    const Formats formats;
-    const FolderTree tree;
-    MakeChain(tree);
-    Manager manager(nullptr);
     bool isGivenBack = false;
     // No folder is in work meanwhile.
-    const AfterSignals stage(
-        &manager, 61,
-        [&]
-        { isGivenBack = RunUntil([] { return QThreadPool::globalInstance()->activeThreadCount() == 0; }); });
-    manager.ScanFolders({tree.Path()});
-    QVERIFY(RunToTheEnd(manager));
+    ChainScan scan(FolderBegins, [&](Manager&) { isGivenBack = RunUntil(IsPoolAtRest); });
+    QCOMPARE(FlawInTheEnd(scan.manager), QString());
     QVERIFY(isGivenBack);
-    const Roots roots(manager.TakeResult());
-    QCOMPARE(Flaw(roots.list.value(0)), QString());
 }
 
 void tst_KXAddToBatchManager::poolOfOneThreadServesOthersInMidScan()
 {
-    const Formats formats;
-    const FolderTree tree;
-    MakeChain(tree);
     const OneThread one;
     const ThreadsEndAtOnce expiry;
-    Manager manager(nullptr);
-    const AfterSignals stage(&manager, 60, [] {});
-    manager.ScanFolders({tree.Path()});
-    QVERIFY(RunUntil([&] { return stage.Acted(); }));
+    ChainScan scan(FolderEnds);
+    QVERIFY(RunUntil([&] { return scan.stage.Acted(); }));
     // The event loop rests until the thread has ended.
-    QElapsedTimer clock;
-    clock.start();
-    while (HasThreadsOfThePool() && clock.elapsed() < 10000)
+    const QDeadlineTimer patience(10000);
+    while (HasThreadsOfThePool() && !patience.hasExpired())
         QThread::yieldCurrentThread();
     QVERIFY(!HasThreadsOfThePool());
-    QSemaphore done;
-    QThreadPool::globalInstance()->start(QRunnable::create([&done] { done.release(); }));
-    QVERIFY(done.tryAcquire(1, 10000));
-    QVERIFY(RunToTheEnd(manager));
-    const Roots roots(manager.TakeResult());
-    QCOMPARE(Flaw(roots.list.value(0)), QString());
+    const auto done = std::make_shared<QSemaphore>();
+    Pool()->start(QRunnable::create([done] { done->release(); }));
+    QVERIFY(done->tryAcquire(1, 10000));
+    QCOMPARE(FlawInTheEnd(scan.manager), QString());
 }
 
 void tst_KXAddToBatchManager::twoScansAtOnce()
@@ -660,7 +711,6 @@ void tst_KXAddToBatchManager::twoScansAtOnce()
         manager->ScanFolders({tree.Path()});
     }
     QVERIFY(RunUntil([&] { return finished == 2; }));
-    QTRY_COMPARE(QThreadPool::globalInstance()->activeThreadCount(), 0);
     const Roots roots(one.TakeResult() + other.TakeResult());
     QCOMPARE(roots.list.size(), 2);
     for (const Node* root : roots.list)
@@ -1262,7 +1312,7 @@ void tst_KXAddToBatchManager::unreadableFoldersAreEmptyRows()
                  QStringList({tree.Path(), tree.Path("closed"), tree.Path("open"), tree.Path("open/a.png")}));
         QCOMPARE(FileCount(roots.list.first()), 1);
         // The threads of the pool that were started here go while they have the rights of now.
-        QThreadPool::globalInstance()->waitForDone();
+        Pool()->waitForDone();
     }
     tree.SetMode("closed", 0755);
 }
