@@ -54,4 +54,6 @@ private:
     KXAddToBatchManager* m_pManager;
     // The folder row that is scanned once more.
     QModelIndex m_updateIndex;
+    // That the scan has ended may be on its way by then; it counts no more.
+    bool m_isRejected = false;
 };

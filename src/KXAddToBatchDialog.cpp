@@ -74,17 +74,22 @@ void KXAddToBatchDialog::Update(const QModelIndex& index, bool force)
 
 void KXAddToBatchDialog::OnRejected()
 {
+    m_isRejected = true;
     m_pManager->Cancel();
 }
 
 void KXAddToBatchDialog::OnFinish()
 {
+    if (m_isRejected)
+        return;
     InsertResult(QModelIndex());
     Accept();
 }
 
 void KXAddToBatchDialog::OnUpdateFinish()
 {
+    if (m_isRejected)
+        return;
     // The old content goes only now, so that it stays when a refresh is cancelled.
     RemoveContent(m_updateIndex);
     const QFileInfo info(m_pModel->data(m_updateIndex, Model::NodePathRole).toString());

@@ -215,6 +215,7 @@ private Q_SLOTS:
     void updateOfAFileRowThatBecameAFolder();
     void updateWithAnInvalidIndexEmptiesTheModel();
     void cancelledUpdateLeavesTheRow();
+    void cancelAsTheScanEndsChangesNothing();
     void updateTakesAPathAsItIs();
     void dialogRunsOneScan();
     void addAndRefreshLeaveNothingBehind();
@@ -988,6 +989,29 @@ void tst_KXAddToBatchDialog::cancelledUpdateLeavesTheRow()
     host.Age("top", 100);
     Dialog(&host.model, nullptr).Update(host.Top(), false);
     QVERIFY(!log.removed.isEmpty());
+}
+
+// The end of the scan is on its way to the dialog by then.
+void tst_KXAddToBatchDialog::cancelAsTheScanEndsChangesNothing()
+{
+    Filled host;
+    const QVariant date = host.Role("top", Model::NodeModifiedRole);
+    const ModelLog log(&host.model);
+    for (const bool isUpdate : {false, true})
+    {
+        Dialog dialog(&host.model, nullptr);
+        QSignalSpy accepted(&dialog, &Dialog::Accepted);
+        connect(ManagerOf(&dialog), &Manager::ScanFinished, &dialog, &Dialog::Reject);
+        if (isUpdate)
+            dialog.Update(host.Top(), true);
+        else
+            dialog.AddFolders({host.tree.Path("top")});
+        Settle();
+        QCOMPARE(dialog.GetResult(), int(KXDialog::ResultRejected));
+        QCOMPARE(accepted.size(), 0);
+    }
+    QCOMPARE(log.inserted.size() + log.removed.size(), 0);
+    QCOMPARE(host.Role("top", Model::NodeModifiedRole), date);
 }
 
 void tst_KXAddToBatchDialog::updateTakesAPathAsItIs()
