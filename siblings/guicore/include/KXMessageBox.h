@@ -57,6 +57,9 @@ public:
 
     // A button that is there already, NoButton, and what is no button are ignored.
     void AddButton(StandardButton button);
+    // Says more of what the button does than its own text; an "&" stands before its key. Ignored for a button
+    // that was not added.
+    void SetButtonText(StandardButton button, const QString& text);
     // The button that Enter presses and that has the focus at first. Ignored for a button that was not added.
     void SetDefaultButton(StandardButton button);
     void SetIcon(Icon icon);

@@ -90,9 +90,18 @@ void KXMessageBox::AddButton(StandardButton button)
     {
         return;
     }
-    if (QPushButton* added = m_pButtonBox->addButton(standard))
+    if (const QPushButton* added = m_pButtonBox->addButton(standard))
     {
-        QString name = added->text();
+        SetButtonText(button, added->text());
+    }
+}
+
+void KXMessageBox::SetButtonText(StandardButton button, const QString& text)
+{
+    if (QPushButton* added = m_pButtonBox->button(static_cast<QDialogButtonBox::StandardButton>(button)))
+    {
+        QString name = text;
+        added->setText(text);
         added->setAccessibleName(name.remove(QLatin1Char('&')));
     }
 }

@@ -61,6 +61,7 @@ private Q_SLOTS:
     void defaultButtonMayBeReplaced();
     void unknownButtonsAreIgnored();
     void buttonsHaveAccessibleNames();
+    void aButtonIsReadOutAsItsText();
     void textIsShownPlain();
     void textCanBeSelectedAndCopied();
     void linesOfTheTextAreNotBroken();
@@ -188,6 +189,20 @@ void tst_KXMessageBox::buttonsHaveAccessibleNames()
         QVERIFY(!button->accessibleName().isEmpty());
         QVERIFY(!button->accessibleName().contains('&'));
     }
+}
+
+void tst_KXMessageBox::aButtonIsReadOutAsItsText()
+{
+    KXMessageBox box;
+    box.AddButton(KXMessageBox::Ignore);
+
+    box.SetButtonText(KXMessageBox::Ignore, "&Follow Links");
+    box.SetButtonText(KXMessageBox::Yes, "Not there");
+
+    const QPushButton* button = ButtonOf(box, KXMessageBox::Ignore);
+    QCOMPARE(button->text(), QString("&Follow Links"));
+    QCOMPARE(button->accessibleName(), QString("Follow Links"));
+    QVERIFY(!ButtonOf(box, KXMessageBox::Yes));
 }
 
 void tst_KXMessageBox::textIsShownPlain()
