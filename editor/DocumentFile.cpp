@@ -1,5 +1,6 @@
 #include "DocumentFile.h"
 
+#include <QColorSpace>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -131,6 +132,9 @@ QImage OnWhite(const QImage& image)
         return flat;
     flat.setDotsPerMeterX(image.dotsPerMeterX());
     flat.setDotsPerMeterY(image.dotsPerMeterY());
+    // That of a grey picture says nothing of colours.
+    if (image.colorSpace().iccProfile().mid(16, 4) == "RGB ")
+        flat.setColorSpace(image.colorSpace());
     flat.fill(Qt::white);
     QPainter(&flat).drawImage(0, 0, image);
     return flat;
@@ -244,7 +248,9 @@ QStringList ReadableSuffixes()
 
 QStringList WritableSuffixes()
 {
-    return ToSuffixes(QImageWriter::supportedImageFormats());
+    // To ask all plugins takes a while, and a batch asks for each image.
+    static const QStringList suffixes = ToSuffixes(QImageWriter::supportedImageFormats());
+    return suffixes;
 }
 
 bool HasWritableSuffix(const QString& path)

@@ -6,8 +6,9 @@
 #include <QtTest>
 
 #include <malloc.h>
-#include <sys/resource.h>
 #include <unistd.h>
+
+#include "ProcessLimit.h"
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define NV_SKIP_WITHOUT_SHORT_MEMORY() QSKIP("The sanitizer ends the program when it is given no memory.")
@@ -23,14 +24,7 @@ inline const bool TakesLargeBlocksAnew = mallopt(M_MMAP_THRESHOLD, 1000 * 1000) 
 class ShortMemory
 {
 public:
-    ShortMemory()
-    {
-        QVERIFY(TakesLargeBlocksAnew);
-        getrlimit(RLIMIT_AS, &m_before);
-        const rlimit tight = {Taken() + 1000 * 1000, m_before.rlim_max};
-        setrlimit(RLIMIT_AS, &tight);
-    }
-    ~ShortMemory() { setrlimit(RLIMIT_AS, &m_before); }
+    ShortMemory() { QVERIFY(TakesLargeBlocksAnew); }
     Q_DISABLE_COPY(ShortMemory)
 
 private:
@@ -43,5 +37,5 @@ private:
             : RLIM_INFINITY;
     }
 
-    rlimit m_before = {};
+    const ProcessLimit m_limit{RLIMIT_AS, Taken() + 1000 * 1000};
 };

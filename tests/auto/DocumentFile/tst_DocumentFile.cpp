@@ -3,19 +3,21 @@
 #include "DocumentFile.h"
 
 #include <QBuffer>
+#include <QColorSpace>
 #include <QDir>
 #include <QFile>
 #include <QImageReader>
 #include <QImageWriter>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QtEndian>
 
 #include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "KXDocumentInterface.h"
+#include "ProcessLimit.h"
 #include "SamplePicture.h"
 #include "ShortMemory.h"
 #include "TestMain.h"
@@ -23,24 +25,6 @@
 
 namespace
 {
-
-// Lowers a limit of the process for a scope.
-class Limit
-{
-public:
-    Limit(__rlimit_resource_t what, rlim_t value) : m_what(what)
-    {
-        getrlimit(what, &m_before);
-        rlimit limit = m_before;
-        limit.rlim_cur = value;
-        setrlimit(what, &limit);
-    }
-    ~Limit() { setrlimit(m_what, &m_before); }
-
-private:
-    __rlimit_resource_t m_what;
-    rlimit m_before;
-};
 
 // Files that only their owner may touch are those of somebody else in this scope. Without effect unless root.
 class AsNobody
@@ -95,6 +79,36 @@ QByteArray TurnedJpeg()
     return bytes.left(2) + exif + bytes.mid(2);
 }
 
+// Of the shades of a grey picture: a white point and a curve.
+QByteArray GrayProfile()
+{
+    QByteArray bytes(196, 0);
+    const auto put = [&bytes](int at, quint32 value) { qToBigEndian(value, bytes.data() + at); };
+    put(0, quint32(bytes.size()));
+    put(8, 0x02400000);
+    bytes.replace(12, 12, "mntrGRAYXYZ ");
+    bytes.replace(36, 4, "acsp");
+    const quint32 white[] = {0xf6d6, 0x10000, 0xd32d};
+    for (int i = 0; i < 3; ++i)
+    {
+        put(68 + 4 * i, white[i]);
+        put(164 + 4 * i, white[i]);
+    }
+    put(128, 2);
+    bytes.replace(132, 4, "wtpt");
+    put(136, 156);
+    put(140, 20);
+    bytes.replace(144, 4, "kTRC");
+    put(148, 176);
+    put(152, 14);
+    bytes.replace(156, 4, "XYZ ");
+    bytes.replace(176, 4, "curv");
+    put(184, 1);
+    // 2.2 in 256ths.
+    put(188, 0x02330000);
+    return bytes;
+}
+
 } // namespace
 
 class tst_DocumentFile : public QObject
@@ -147,6 +161,29 @@ private Q_SLOTS:
         const QImage loaded = LoadDocumentFile(path("a.JPG")).image;
         QVERIFY(qRed(loaded.pixel(50, 30)) > 250 && qBlue(loaded.pixel(50, 30)) > 250);
         QVERIFY(qGreen(loaded.pixel(10, 30)) < 50);
+    }
+
+    void jpegKeepsTheColorsThatAreMeant_data()
+    {
+        QTest::addColumn<QColorSpace>("space");
+        QTest::addColumn<QColorSpace>("kept");
+        const QColorSpace adobe(QColorSpace::AdobeRgb);
+        QTest::newRow("a profile of its own") << adobe << adobe;
+        QTest::newRow("none") << QColorSpace() << QColorSpace();
+        const QColorSpace gray = QColorSpace::fromIccProfile(GrayProfile());
+        QVERIFY(gray.isValid());
+        QTest::newRow("that of a grey picture") << gray << QColorSpace();
+    }
+    void jpegKeepsTheColorsThatAreMeant()
+    {
+        QFETCH(QColorSpace, space);
+        QFETCH(QColorSpace, kept);
+        QImage image = Transparent();
+        image.setColorSpace(space);
+
+        QVERIFY(SaveDocumentFile(image, path("a.jpg")).ok);
+
+        QCOMPARE(LoadDocumentFile(path("a.jpg")).image.colorSpace(), kept);
     }
 
     void everyWritableFormatIsWrittenAndReadOrSaysWhyNot()
@@ -277,7 +314,7 @@ private Q_SLOTS:
         QSKIP("a sanitizer cannot live with a limit of addresses; the plain build has this test");
 #endif
         WriteBytes(path("a.pgm"), "P5\n10000 10000\n255\n" + QByteArray(100, 'x'));
-        const Limit memory(RLIMIT_AS, 700u * 1024 * 1024);
+        const ProcessLimit memory(RLIMIT_AS, 700u * 1024 * 1024);
 
         const LoadResult loaded = LoadDocumentFile(path("a.pgm"));
 
@@ -375,7 +412,7 @@ private Q_SLOTS:
         const QImage large = DrawSamplePicture(QSize(1200, 900));
         SaveResult saved;
         {
-            const Limit size(RLIMIT_FSIZE, 30000);
+            const ProcessLimit size(RLIMIT_FSIZE, 30000);
             saved = SaveDocumentFile(large, file);
         }
         signal(SIGXFSZ, handler);
