@@ -3,14 +3,12 @@
 #include "MainWindow.h"
 
 #include <QAction>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QMimeData>
 #include <QPushButton>
 #include <QSettings>
 #include <QTabBar>
@@ -22,6 +20,7 @@
 #include "Document.h"
 #include "DocumentFile.h"
 #include "DocumentWindow.h"
+#include "DroppedFiles.h"
 #include "FileTask.h"
 #include "HistoryDock.h"
 #include "ImageMenu.h"
@@ -207,24 +206,19 @@ bool MainWindow::MayClose(DocumentWindow* window)
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    const QList<QUrl> urls = event->mimeData()->urls();
-    for (const QUrl& url : urls)
-    {
-        if (url.isLocalFile() && !m_pTask->IsRunning())
-            event->acceptProposedAction();
-    }
+    if (!m_pTask->IsRunning() && !DroppedPaths(*event).isEmpty())
+        AcceptAsCopy(event);
+}
+
+void MainWindow::dragMoveEvent(QDragMoveEvent* event)
+{
+    AcceptAsCopy(event);
 }
 
 void MainWindow::dropEvent(QDropEvent* event)
 {
-    event->acceptProposedAction();
-    QStringList paths;
-    const QList<QUrl> urls = event->mimeData()->urls();
-    for (const QUrl& url : urls)
-    {
-        if (url.isLocalFile())
-            paths += url.toLocalFile();
-    }
+    AcceptAsCopy(event);
+    const QStringList paths = DroppedPaths(*event);
     // The program that the files come from waits for the end of the drop: it does not wait for a question,
     // too.
     QMetaObject::invokeMethod(
@@ -375,8 +369,7 @@ int MainWindow::AskAboutChanges(const DocumentWindow* window)
     box.AddButton(KXMessageBox::Discard);
     box.AddButton(KXMessageBox::Cancel);
     box.SetDefaultButton(KXMessageBox::Save);
-    if (const auto* buttons = box.findChild<QDialogButtonBox*>())
-        buttons->button(QDialogButtonBox::Discard)->setText(tr("&Don't Save"));
+    box.SetButtonText(KXMessageBox::Discard, tr("&Don't Save"));
     return box.Exec();
 }
 

@@ -22,6 +22,10 @@
         <source>Nothing can be written to the folder %1.</source>
         <translation>In den Ordner %1 kann nicht geschrieben werden.</translation>
     </message>
+    <message>
+        <source>There is not enough memory for so many images.</source>
+        <translation>Für so viele Bilder reicht der Speicher nicht.</translation>
+    </message>
 </context>
 <context>
     <name>BatchJobPanel</name>
@@ -452,6 +456,10 @@ Soll er beendet werden? Was fertig ist, bleibt erhalten.</translation>
     <message>
         <source>%1 new images.</source>
         <translation>%1 neue Bilder.</translation>
+    </message>
+    <message>
+        <source>and more</source>
+        <translation>und weitere</translation>
     </message>
 </context>
 <context>

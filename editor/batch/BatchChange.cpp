@@ -26,11 +26,16 @@ QSize ChangedSize(const QSize& size, const BatchChange& change)
     return turned.expandedTo(QSize(1, 1));
 }
 
+bool IsTooLarge(const QSize& size)
+{
+    const int limit = KXDocumentInterface::MAX_DOC_DIMENSION;
+    return size.width() > limit || size.height() > limit;
+}
+
 QImage Changed(const QImage& image, const BatchChange& change)
 {
     const QSize size = ChangedSize(image.size(), change);
-    const int limit = KXDocumentInterface::MAX_DOC_DIMENSION;
-    if (size.width() > limit || size.height() > limit)
+    if (IsTooLarge(size))
         return {};
     QImage result = image;
     const QSize unturned = Turned(size, change.rotation);

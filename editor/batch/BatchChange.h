@@ -26,5 +26,7 @@ struct BatchChange
 
 // The size of an image of this size afterwards: at least one pixel a side, and the shape kept.
 QSize ChangedSize(const QSize& size, const BatchChange& change);
-// A null image if there is not enough memory, or a side would be longer than a document's may be.
+// Whether a side is longer than a document's may be.
+bool IsTooLarge(const QSize& size);
+// A null image if there is not enough memory, or the result would be too large.
 QImage Changed(const QImage& image, const BatchChange& change);

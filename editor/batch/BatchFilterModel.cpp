@@ -1,9 +1,22 @@
 #include "BatchFilterModel.h"
 
+#include <algorithm>
+
+#include "BatchTree.h"
 #include "CountText.h"
 
 using Model = KXBatchInputModel;
 using Node = KXBatchInputModel::Node;
+
+namespace
+{
+
+bool IsFile(const Node& node)
+{
+    return node.data.roles.value(Model::NodeIsFileRole).toInt() != 0;
+}
+
+} // namespace
 
 BatchFilterModel::BatchFilterModel(Model* model, QObject* parent)
     : QSortFilterProxyModel(parent), m_pModel(model)
@@ -36,6 +49,15 @@ const Node* BatchFilterModel::NodeAt(const QModelIndex& index) const
     return m_pModel->NodeAt(mapToSource(index));
 }
 
+QModelIndexList BatchFilterModel::SourceRows(const QModelIndexList& indexes) const
+{
+    QModelIndexList rows;
+    const QModelIndexList top = TopMost(indexes);
+    for (const QModelIndex& index : top)
+        appendSourceRows(index, rows);
+    return rows;
+}
+
 QVariant BatchFilterModel::data(const QModelIndex& index, int role) const
 {
     const QVariant value = QSortFilterProxyModel::data(index, role);
@@ -52,7 +74,8 @@ void BatchFilterModel::SetText(const QString& text)
         return;
     m_text = text;
     accept();
-    invalidateFilter();
+    // All at once: invalidateFilter() takes out and puts in each run of rows by itself.
+    invalidate();
     Q_EMIT Filtered();
 }
 
@@ -74,7 +97,7 @@ void BatchFilterModel::OnSettled()
 {
     accept();
     if (!m_text.isEmpty())
-        invalidateFilter();
+        invalidate();
     Q_EMIT Filtered();
 }
 
@@ -87,6 +110,26 @@ void BatchFilterModel::accept()
         acceptNode(*m_pModel->NodeAt(m_pModel->index(row, 0)), false);
 }
 
+// Whether no image at or below the node is left out.
+bool BatchFilterModel::isWhole(const Node& node) const
+{
+    if (IsFile(node))
+        return m_accepted.contains(&node);
+    return std::all_of(node.children.cbegin(), node.children.cend(),
+                       [this](const Node* child) { return isWhole(*child); });
+}
+
+void BatchFilterModel::appendSourceRows(const QModelIndex& index, QModelIndexList& rows) const
+{
+    if (m_text.isEmpty() || m_isStale || isWhole(*NodeAt(index)))
+    {
+        rows.append(mapToSource(index));
+        return;
+    }
+    for (int row = 0; row < rowCount(index); ++row)
+        appendSourceRows(this->index(row, 0, index), rows);
+}
+
 bool BatchFilterModel::acceptNode(const Node& node, bool isBelow)
 {
     const auto name = node.data.roles.constFind(Qt::DisplayRole);
@@ -97,7 +140,7 @@ bool BatchFilterModel::acceptNode(const Node& node, bool isBelow)
         isAccepted |= acceptNode(*child, isBelow || isNamed);
     if (isAccepted)
         m_accepted.insert(&node);
-    if (isAccepted && node.data.roles.value(Model::NodeIsFileRole).toInt() != 0)
+    if (isAccepted && IsFile(node))
         ++m_fileCount;
     return isAccepted;
 }

@@ -22,6 +22,9 @@ public:
 
     // The node stays the model's; null for an invalid index.
     const KXBatchInputModel::Node* NodeAt(const QModelIndex& index) const;
+    // The source's rows that stand for these and all below them: for a folder of which some images are left
+    // out, those below it that are left. Each once.
+    QModelIndexList SourceRows(const QModelIndexList& indexes) const;
     // Adds the number of images to what a folder is read out as.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
@@ -41,6 +44,8 @@ private:
     void OnSettled();
     void accept();
     bool acceptNode(const KXBatchInputModel::Node& node, bool isBelow);
+    bool isWhole(const KXBatchInputModel::Node& node) const;
+    void appendSourceRows(const QModelIndex& index, QModelIndexList& rows) const;
 
     KXBatchInputModel* m_pModel;
     QString m_text;

@@ -6,6 +6,8 @@
 #include <QThread>
 #include <QtConcurrent>
 
+#include <new>
+
 namespace
 {
 
@@ -61,20 +63,19 @@ void BatchJob::Run::Prepare()
                     .arg(QDir::toNativeSeparators(rule.folder));
     if (!error.isEmpty())
         return;
-    targets = PlanOutputs(inputs, rule,
-                          [this](const QString& path) {
-                              return !progress.cancelled &&
-                                  (QFileInfo::exists(path) || QFileInfo(path).isSymLink());
-                          });
+    targets = PlanOutputs(
+        inputs, rule,
+        [](const QString& path) { return QFileInfo::exists(path) || QFileInfo(path).isSymLink(); },
+        &progress);
 }
 
 void BatchJob::Run::Work(BatchJob* job)
 {
     for (int i = next++; i < inputs.size(); i = next++)
     {
-        const BatchTask task{inputs.at(i).path, targets.at(i), inputs.at(i).exists};
-        const bool isIdle = progress.cancelled || !task.exists;
-        const Share share(room, isIdle ? 0 : WeightOf(task.source, MaxWeight));
+        // After a cancel there may be no target.
+        const BatchTask task{inputs.at(i).path, targets.value(i)};
+        const Share share(room, progress.cancelled ? 0 : WeightOf(task.source, change, MaxWeight));
         first[i] = RunTask(task, change, &progress);
         ++done;
         if (!isTold.exchange(true))
@@ -118,7 +119,14 @@ void BatchJob::Start(const QVector<BatchInput>& inputs, const BatchChange& chang
     m_pRun->first = m_pRun->outcomes.data();
     const auto prepare = [this, run = m_pRun]
     {
-        run->Prepare();
+        try
+        {
+            run->Prepare();
+        }
+        catch (const std::bad_alloc&)
+        {
+            run->error = tr("There is not enough memory for so many images.");
+        }
         const int count = run->error.isEmpty() ? qBound(1, run->inputs.size(), m_pool.maxThreadCount()) : 0;
         run->workers = count;
         for (int i = 0; i < count; ++i)

@@ -89,7 +89,9 @@ BatchChange BatchJobPanel::GetChange() const
 
 OutputRule BatchJobPanel::GetRule() const
 {
-    const QString folder = QDir::fromNativeSeparators(m_pFolder->text());
+    QString folder = QDir::fromNativeSeparators(m_pFolder->text());
+    if (folder == QLatin1String("~") || folder.startsWith(QLatin1String("~/")))
+        folder.replace(0, 1, QDir::homePath());
     OutputRule rule;
     if (!folder.trimmed().isEmpty())
         rule.folder = QDir::cleanPath(QDir::home().absoluteFilePath(folder));
@@ -169,6 +171,8 @@ void BatchJobPanel::CreateOutput(QFormLayout* form)
     m_pFormat->setToolTip(tr("Images in a format that cannot be written become PNG."));
     m_pFolder->setObjectName(QStringLiteral("m_pFolder"));
     m_pFolder->setPlaceholderText(tr("Choose a folder"));
+    // What is dropped on the window is input.
+    m_pFolder->setAcceptDrops(false);
     auto* choose = new QPushButton(tr("&Choose..."), this);
     choose->setAutoDefault(false);
     choose->setToolTip(tr("Choose the output folder"));

@@ -27,7 +27,7 @@ QString PathOf(const Node& node)
 void ListBelow(const Node& node, const QString& root, QVector<BatchInput>& inputs)
 {
     if (IsFile(node))
-        inputs.append({PathOf(node), root, node.data.roles.value(Model::NodeExistsRole, true).toBool()});
+        inputs.append({PathOf(node), root});
     for (const Node* child : node.children)
         ListBelow(*child, root, inputs);
 }

@@ -16,8 +16,6 @@ struct BatchInput
     QString path;
     // The top row that it lies below; empty for an image that is a top row itself.
     QString root;
-    // False for what was gone when last looked at.
-    bool exists = true;
 };
 // In the order of the rows.
 QVector<BatchInput> ListInputs(const KXBatchInputModel& model);

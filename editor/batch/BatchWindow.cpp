@@ -8,7 +8,6 @@
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSettings>
@@ -16,7 +15,6 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTimer>
-#include <QUrl>
 
 #include "BatchFilterModel.h"
 #include "BatchJob.h"
@@ -25,6 +23,7 @@
 #include "BatchTreeView.h"
 #include "CountText.h"
 #include "DocumentFile.h"
+#include "DroppedFiles.h"
 #include "KXMessageBox.h"
 #include "NVImageFileManager.h"
 
@@ -38,18 +37,6 @@ const QLatin1String InputFolderKey("batch/inputFolder");
 
 const int TickMs = 100;
 const int FilterDelayMs = 150;
-
-QStringList LocalPaths(const QMimeData* data)
-{
-    QStringList paths;
-    const QList<QUrl> urls = data->urls();
-    for (const QUrl& url : urls)
-    {
-        if (url.isLocalFile())
-            paths += url.toLocalFile();
-    }
-    return paths;
-}
 
 QStringList RowOf(const PassedOver& entry)
 {
@@ -153,16 +140,12 @@ void BatchWindow::RemoveRows()
 {
     if (m_state != Idle)
         return;
-    QModelIndexList rows;
-    QSet<QString> paths;
-    const QModelIndexList selected = m_pTree->selectionModel()->selectedRows();
-    if (selected.isEmpty())
+    const QModelIndexList rows = m_pFilter->SourceRows(m_pTree->selectionModel()->selectedRows());
+    if (rows.isEmpty())
         return;
-    for (const QModelIndex& index : selected)
-    {
-        rows.append(m_pFilter->mapToSource(index));
-        paths.insert(index.data(Model::NodePathRole).toString());
-    }
+    QSet<QString> paths;
+    for (const QModelIndex& row : rows)
+        paths.insert(row.data(Model::NodePathRole).toString());
     const int before = m_model.GetFileCount();
     RemoveIndexes(&m_model, rows);
     ForgetPassedOver(paths);
@@ -202,15 +185,20 @@ void BatchWindow::closeEvent(QCloseEvent* event)
 
 void BatchWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (m_state == Idle && !LocalPaths(event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+    if (m_state == Idle && !DroppedPaths(*event).isEmpty())
+        AcceptAsCopy(event);
+}
+
+void BatchWindow::dragMoveEvent(QDragMoveEvent* event)
+{
+    AcceptAsCopy(event);
 }
 
 void BatchWindow::dropEvent(QDropEvent* event)
 {
-    event->acceptProposedAction();
+    AcceptAsCopy(event);
     // The program that the files come from does not wait for a question, too.
-    const QStringList paths = LocalPaths(event->mimeData());
+    const QStringList paths = DroppedPaths(*event);
     QMetaObject::invokeMethod(
         this, [this, paths] { Add(paths); }, Qt::QueuedConnection);
 }
@@ -281,6 +269,8 @@ QWidget* BatchWindow::CreateInput()
     m_pFilterEdit = new QLineEdit(input);
     m_pFilterEdit->setObjectName(QStringLiteral("m_pFilter"));
     m_pFilterEdit->setClearButtonEnabled(true);
+    // A file that is dropped on it is for the window, and would be a text here.
+    m_pFilterEdit->setAcceptDrops(false);
     m_pFilterEdit->setPlaceholderText(tr("Part of a name"));
     auto* label = new QLabel(tr("F&ilter:"), input);
     label->setBuddy(m_pFilterEdit);

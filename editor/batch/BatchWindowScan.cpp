@@ -2,11 +2,9 @@
 
 #include "BatchWindow.h"
 
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileInfo>
 #include <QItemSelectionModel>
-#include <QPushButton>
 #include <QtConcurrent>
 
 #include <algorithm>
@@ -121,7 +119,9 @@ BatchWindow::Answer BatchWindow::AskAboutLoops(const FolderSurvey& survey)
     const QVector<LinkLoop> shown = survey.loops.mid(0, LoopsShown);
     for (const LinkLoop& loop : shown)
         loops += tr("%1 leads back to %2").arg(OneLine(loop.path), OneLine(loop.target));
-    if (survey.loops.size() > LoopsShown)
+    if (!survey.hasAllLoops)
+        loops += tr("and more");
+    else if (survey.loops.size() > LoopsShown)
         loops += tr("and %1 more").arg(survey.loops.size() - LoopsShown);
     KXMessageBox box(this);
     box.setWindowTitle(tr("Links That Lead Back"));
@@ -131,15 +131,11 @@ BatchWindow::Answer BatchWindow::AskAboutLoops(const FolderSurvey& survey)
                     .arg(loops.join(QLatin1Char('\n'))));
     if (survey.hasAllLoops)
         box.AddButton(KXMessageBox::Yes);
+    box.SetButtonText(KXMessageBox::Yes, tr("&Leave Links Out"));
     box.AddButton(KXMessageBox::Ignore);
+    box.SetButtonText(KXMessageBox::Ignore, tr("&Follow Links"));
     box.AddButton(KXMessageBox::Cancel);
     box.SetDefaultButton(survey.hasAllLoops ? KXMessageBox::Yes : KXMessageBox::Cancel);
-    if (const auto* buttons = box.findChild<QDialogButtonBox*>())
-    {
-        if (survey.hasAllLoops)
-            buttons->button(QDialogButtonBox::Yes)->setText(tr("&Leave Links Out"));
-        buttons->button(QDialogButtonBox::Ignore)->setText(tr("&Follow Links"));
-    }
     const int answer = box.Exec();
     if (answer == KXMessageBox::Yes)
         return LeaveOut;

@@ -10,6 +10,7 @@
 #include <new>
 
 #include "DocumentFile.h"
+#include "MemoryRoom.h"
 #include "OutputNames.h"
 #include "WatchedDevice.h"
 
@@ -22,6 +23,25 @@ struct Text
 };
 
 const int UnknownWeight = 20;
+
+// Not valid where the format does not tell.
+QSize SizeOf(const QString& path)
+{
+    try
+    {
+        return QImageReader(path).size();
+    }
+    catch (const std::bad_alloc&)
+    {
+        // Some plugins read all of it for that.
+        return {};
+    }
+}
+
+qint64 PixelsOf(const QSize& size)
+{
+    return qint64(size.width()) * size.height();
+}
 
 bool IsCancelled(const FileProgress* progress)
 {
@@ -110,11 +130,17 @@ SaveResult Write(const BatchTask& task, const QImage& image, const BatchChange& 
                  const FileProgress* progress)
 {
     const bool sameFormat = QFileInfo(task.source).suffix().toLower() == QFileInfo(target).suffix().toLower();
-    if (sameFormat && change.rotation == 0 && ChangedSize(image.size(), change) == image.size())
+    const QSize size = ChangedSize(image.size(), change);
+    if (sameFormat && change.rotation == 0 && size == image.size())
         return CopyFile(task.source, target, progress);
+    if (IsTooLarge(size))
+        return {false, Text::tr("The result would be too large.")};
+    const QString reason = WhyNotInMemory(size, 1);
+    if (!reason.isEmpty())
+        return {false, reason};
     const QImage changed = Changed(image, change);
     if (changed.isNull())
-        return {false, Text::tr("The result would be too large.")};
+        return {false, NoMemoryForPicture(size, 1)};
     // What is being written is written to its end: cut off, the plugins lose their memory.
     return IsCancelled(progress) ? SaveResult() : SaveDocumentFile(changed, target);
 }
@@ -146,7 +172,7 @@ BatchOutcome RunTask(const BatchTask& task, const BatchChange& change, FileProgr
 {
     if (IsCancelled(progress))
         return Cancelled(task);
-    if (!task.exists)
+    if (!QFileInfo::exists(task.source))
         return Skipped(task, Text::tr("It does not exist any more."));
     try
     {
@@ -158,12 +184,13 @@ BatchOutcome RunTask(const BatchTask& task, const BatchChange& change, FileProgr
     }
 }
 
-int WeightOf(const QString& path, int limit)
+int WeightOf(const QString& path, const BatchChange& change, int limit)
 {
     if (!QFileInfo(path).isFile())
         return 1;
-    const QSize size = QImageReader(path).size();
+    const QSize size = SizeOf(path);
     if (!size.isValid())
         return qMin(UnknownWeight, limit);
-    return int(qBound<qint64>(1, qint64(size.width()) * size.height() / 1000000, limit));
+    const qint64 pixels = qMax(PixelsOf(size), PixelsOf(ChangedSize(size, change)));
+    return int(qBound<qint64>(1, pixels / 1000000, limit));
 }

@@ -15,14 +15,12 @@ struct BatchTask
     // Where the result goes, with the suffix of its format. If something stands there by then, a number is
     // added to the name.
     QString target;
-    // False skips it.
-    bool exists = true;
 };
 
-// Makes the folder of the target if need be. An image that needs no change and keeps its format is copied as
-// it is. Nothing is left of a result that was not finished, and nothing that existed is overwritten. The
-// progress may be null.
+// What is not there any more is skipped. Makes the folder of the target if need be. An image that needs no
+// change and keeps its format is copied as it is. Nothing is left of a result that was not finished, and
+// nothing that existed is overwritten. The progress may be null.
 BatchOutcome RunTask(const BatchTask& task, const BatchChange& change, FileProgress* progress = nullptr);
 
-// Million pixels that the image takes while it is worked on, 1 to `limit`.
-int WeightOf(const QString& path, int limit);
+// Million pixels of the image or of its result, whichever is larger, from 1 to `limit`.
+int WeightOf(const QString& path, const BatchChange& change, int limit);

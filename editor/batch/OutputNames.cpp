@@ -7,6 +7,7 @@
 #include <QSet>
 
 #include "DocumentFile.h"
+#include "WatchedDevice.h"
 
 namespace
 {
@@ -111,14 +112,15 @@ QString NumberedName(const QString& base, int number, const QString& suffix)
 }
 
 QStringList PlanOutputs(const QVector<BatchInput>& inputs, const OutputRule& rule,
-                        const std::function<bool(const QString&)>& exists)
+                        const std::function<bool(const QString&)>& exists, const FileProgress* progress)
 {
+    const auto isCancelled = [progress] { return progress && progress->cancelled; };
     Planner planner(rule, exists);
-    for (const BatchInput& input : inputs)
-        planner.Forbid(input.path);
+    for (auto input = inputs.cbegin(); input != inputs.cend() && !isCancelled(); ++input)
+        planner.Forbid(input->path);
     QStringList paths;
     paths.reserve(inputs.size());
-    for (const BatchInput& input : inputs)
-        paths += planner.Plan(input);
+    for (auto input = inputs.cbegin(); input != inputs.cend() && !isCancelled(); ++input)
+        paths += planner.Plan(*input);
     return paths;
 }

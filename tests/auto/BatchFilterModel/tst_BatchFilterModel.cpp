@@ -86,6 +86,33 @@ private Q_SLOTS:
         QCOMPARE(m_filter->GetFileCount(), 4);
     }
 
+    void aFolderStandsForWhatIsLeftOfIt()
+    {
+        m_filter->SetText("sea");
+        const QModelIndex top = m_filter->index(0, 0);
+        const auto sourceNames = [this](const QModelIndexList& indexes)
+        {
+            QStringList names;
+            const QModelIndexList rows = m_filter->SourceRows(indexes);
+            for (const QModelIndex& row : rows)
+            {
+                names += row.data().toString();
+                if (row.model() != m_model.get())
+                    names += "of another model";
+            }
+            return names;
+        };
+
+        // "city" lacks its house; nothing of "Seaside" is left out.
+        QCOMPARE(sourceNames({top}), QStringList({"SEAL.png", "Seaside", "sea.png"}));
+        QCOMPARE(sourceNames({m_filter->index(1, 0, top)}), QStringList("Seaside"));
+        QCOMPARE(sourceNames({}), QStringList());
+        // What lies below another one is named once.
+        QCOMPARE(sourceNames({m_filter->index(1, 0, top), top}), sourceNames({top}));
+        m_filter->SetText(QString());
+        QCOMPARE(sourceNames({m_filter->index(0, 0)}), QStringList("top"));
+    }
+
     void aTextThatNothingHoldsLeavesNothing()
     {
         m_filter->SetText("%1 <b>");

@@ -61,8 +61,8 @@ private Q_SLOTS:
         QVERIFY(text.open(QIODevice::WriteOnly));
         text.write("text");
         text.close();
-        inputs.insert(2, {text.fileName(), path("in"), true});
-        inputs.append({path("in/gone.png"), path("in"), false});
+        inputs.insert(2, {text.fileName(), path("in")});
+        inputs.append({path("in/gone.png"), path("in")});
         BatchJob job;
 
         run(job, inputs);
@@ -195,7 +195,7 @@ private:
         {
             const QString file = path(QString("in/%1.png").arg(i));
             image.save(file);
-            inputs.append({file, path("in"), true});
+            inputs.append({file, path("in")});
         }
         return inputs;
     }

@@ -91,6 +91,9 @@ private Q_SLOTS:
         QTest::newRow("roundabout") << "/a/../b//c"
                                     << "/b/c";
         QTest::newRow("from home") << "pictures" << QDir::homePath() + "/pictures";
+        QTest::newRow("the home folder") << "~" << QDir::homePath();
+        QTest::newRow("below the home folder") << "~/out" << QDir::homePath() + "/out";
+        QTest::newRow("a name with a tilde") << "~out" << QDir::homePath() + "/~out";
         QTest::newRow("blank") << "   "
                                << "";
         QTest::newRow("inner blanks") << "/a b/ c"

@@ -171,6 +171,34 @@ private Q_SLOTS:
         }
     }
 
+    void whatIsDroppedIsNeverMoved()
+    {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(m_tree->Path("in/sub"))});
+        // As with Shift held.
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                              Qt::ShiftModifier);
+        enter.setDropAction(Qt::MoveAction);
+        QDragMoveEvent move(QPoint(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                            Qt::ShiftModifier);
+        move.setDropAction(Qt::MoveAction);
+        QDropEvent drop(QPoint(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                        Qt::ShiftModifier);
+        drop.setDropAction(Qt::MoveAction);
+        for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), static_cast<QDropEvent*>(&move), &drop})
+        {
+            QCoreApplication::sendEvent(m_window.get(), event);
+            QVERIFY(event->isAccepted());
+            QCOMPARE(event->dropAction(), Qt::CopyAction);
+        }
+        waitForIdle();
+
+        // Who only gives away keeps what he has.
+        QDragEnterEvent moveOnly(QPoint(10, 10), Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_window.get(), &moveOnly);
+        QVERIFY(!moveOnly.isAccepted());
+    }
+
     void somethingElseDroppedIsNotTaken() { QVERIFY(!drop({QUrl("https://example.org/a.png")})); }
 
     void theSameFolderAgainIsThereOnce()
@@ -364,9 +392,11 @@ private Q_SLOTS:
         for (int i = 0; i <= MaxLoops; ++i)
             m_tree->Link(".", "in/link" + QByteArray::number(i));
         bool canLeaveOut = true;
+        QString text;
         ModalDriver driver(
-            [&canLeaveOut](QWidget* box)
+            [&canLeaveOut, &text](QWidget* box)
             {
+                text = TextOf(box);
                 canLeaveOut = false;
                 for (const QPushButton* each : box->findChildren<QPushButton*>())
                     canLeaveOut |= each->text().contains("Out");
@@ -378,6 +408,8 @@ private Q_SLOTS:
 
         QVERIFY(driver.Finished());
         QVERIFY(!canLeaveOut);
+        // Nobody has counted them all.
+        QVERIFY2(text.endsWith("\nand more"), qPrintable(text));
         QCOMPARE(model()->rowCount(), 0);
     }
 
@@ -409,6 +441,22 @@ private Q_SLOTS:
         QTRY_COMPARE(totals(), QString("1 image, 2 folders"));
         QCOMPARE(status(), QString("Took 3 images off the list."));
         QVERIFY(QFile::exists(m_tree->Path("in/a.png")));
+    }
+
+    void removingUnderAFilterLeavesWhatIsNotShown()
+    {
+        add({"in"});
+        lineEdit("m_pFilter")->setText("d.png");
+        QTRY_COMPARE(totals(), QString("4 images, 4 folders, 1 shown"));
+        tree()->setFocus();
+
+        QTest::keyClick(tree(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(tree(), Qt::Key_Delete);
+
+        QCOMPARE(status(), QString("Took 1 image off the list."));
+        QVERIFY(!model()->FindPath(m_tree->Path("in/sub/deep/d.png")).isValid());
+        lineEdit("m_pFilter")->clear();
+        QTRY_VERIFY(totals().startsWith("3 images, "));
     }
 
     void refreshFindsWhatChanged()
@@ -547,6 +595,19 @@ private Q_SLOTS:
 
         QVERIFY(!model()->FindPath(m_tree->Path("in/sub/c.png")).isValid());
         QVERIFY(model()->FindPath(m_tree->Path("in/a.png")).isValid());
+    }
+
+    void whatIsBackIsWorkedOnWithoutAFurtherLook()
+    {
+        Paint(m_tree->Path("single.png"));
+        add({"single.png"});
+        m_tree->Remove("single.png");
+        refresh("Refresh");
+        Paint(m_tree->Path("single.png"));
+
+        runJob();
+
+        QCOMPARE(m_window->GetJob()->GetReport().Count(BatchOutcome::Done), 1);
     }
 
     void f5Refreshes()
@@ -860,6 +921,8 @@ private:
             widget = m_window.get();
         QMimeData data;
         data.setUrls(urls);
+        // File managers offer the path as a text, too.
+        data.setText(urls.value(0).toString());
         QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         enter.ignore();
         QCoreApplication::sendEvent(widget, &enter);

@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "FolderTree.h"
+#include "ShortMemory.h"
 #include "TestMain.h"
 #include "WatchedDevice.h"
 
@@ -76,7 +77,7 @@ private Q_SLOTS:
         BatchChange change = Half();
         change.rotation = 90;
 
-        const BatchOutcome outcome = RunTask({path("a.png"), path("out/deep/b.bmp"), true}, change);
+        const BatchOutcome outcome = RunTask({path("a.png"), path("out/deep/b.bmp")}, change);
 
         QCOMPARE(outcome.status, BatchOutcome::Done);
         QCOMPARE(outcome.source, path("a.png"));
@@ -91,7 +92,7 @@ private Q_SLOTS:
     {
         const QByteArray before = BytesOf(path("a.png"));
 
-        RunTask({path("a.png"), path("a.png"), true}, Half());
+        RunTask({path("a.png"), path("a.png")}, Half());
 
         QCOMPARE(BytesOf(path("a.png")), before);
         QCOMPARE(QImage(path("a (2).png")).size(), QSize(20, 10));
@@ -101,7 +102,7 @@ private Q_SLOTS:
     {
         WriteBytes(path("turned.jpg"), TurnedJpeg());
 
-        const BatchOutcome outcome = RunTask({path("turned.jpg"), path("out.png"), true}, Half());
+        const BatchOutcome outcome = RunTask({path("turned.jpg"), path("out.png")}, Half());
 
         const QImage image(outcome.target);
         QCOMPARE(image.size(), QSize(10, 20));
@@ -115,7 +116,7 @@ private Q_SLOTS:
         BatchChange fit;
         fit.resize = BatchChange::FitWithin;
 
-        const BatchOutcome outcome = RunTask({path("turned.jpg"), path("out/copy.JPG"), true}, fit);
+        const BatchOutcome outcome = RunTask({path("turned.jpg"), path("out/copy.JPG")}, fit);
 
         QCOMPARE(outcome.status, BatchOutcome::Done);
         QCOMPARE(BytesOf(path("out/copy.JPG")), TurnedJpeg());
@@ -126,7 +127,7 @@ private Q_SLOTS:
         WriteBytes(path("out.png"), "mine");
         WriteBytes(path("out (2).png"), "mine too");
 
-        const BatchOutcome outcome = RunTask({path("a.png"), path("out.png"), true}, Half());
+        const BatchOutcome outcome = RunTask({path("a.png"), path("out.png")}, Half());
 
         QCOMPARE(outcome.target, path("out (3).png"));
         QCOMPARE(BytesOf(path("out.png")), QByteArray("mine"));
@@ -137,7 +138,7 @@ private Q_SLOTS:
     {
         QVERIFY(QFile::link(path("elsewhere.png"), path("out.png")));
 
-        const BatchOutcome outcome = RunTask({path("a.png"), path("out.png"), true}, Half());
+        const BatchOutcome outcome = RunTask({path("a.png"), path("out.png")}, Half());
 
         QCOMPARE(outcome.target, path("out (2).png"));
         QVERIFY(!QFile::exists(path("elsewhere.png")));
@@ -153,8 +154,6 @@ private Q_SLOTS:
                                << "empty";
         QTest::newRow("folder") << "folder.png"
                                 << "folder";
-        QTest::newRow("gone") << "gone.png"
-                              << "does not exist";
         QTest::newRow("cut short") << "short.bmp"
                                    << "cut short";
     }
@@ -168,7 +167,7 @@ private Q_SLOTS:
         QVERIFY(Picture(QSize(200, 200)).save(path("short.bmp")));
         QVERIFY(QFile::resize(path("short.bmp"), 5000));
 
-        const BatchOutcome outcome = RunTask({path(name), path("out/b.png"), true}, Half());
+        const BatchOutcome outcome = RunTask({path(name), path("out/b.png")}, Half());
 
         QCOMPARE(outcome.status, BatchOutcome::Failed);
         QVERIFY2(outcome.reason.contains(reason), qPrintable(outcome.reason));
@@ -177,7 +176,7 @@ private Q_SLOTS:
 
     void aResultThatCannotBeWrittenLeavesNothing()
     {
-        const BatchOutcome outcome = RunTask({path("a.png"), path("b.nosuchformat"), true}, Half());
+        const BatchOutcome outcome = RunTask({path("a.png"), path("b.nosuchformat")}, Half());
 
         QCOMPARE(outcome.status, BatchOutcome::Failed);
         QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList("a.png"));
@@ -189,7 +188,7 @@ private Q_SLOTS:
         BatchChange change = Half();
         change.percent = 1000;
 
-        const BatchOutcome outcome = RunTask({path("long.png"), path("out.png"), true}, change);
+        const BatchOutcome outcome = RunTask({path("long.png"), path("out.png")}, change);
 
         QVERIFY(outcome.reason.contains("too large"));
         QVERIFY(!QFile::exists(path("out.png")));
@@ -199,7 +198,7 @@ private Q_SLOTS:
     {
         WriteBytes(path("file"), "");
 
-        const BatchOutcome outcome = RunTask({path("a.png"), path("file/sub/b.png"), true}, Half());
+        const BatchOutcome outcome = RunTask({path("a.png"), path("file/sub/b.png")}, Half());
 
         QCOMPARE(outcome.status, BatchOutcome::Failed);
         QVERIFY(outcome.reason.contains("could not be made"));
@@ -214,16 +213,32 @@ private Q_SLOTS:
         BatchOutcome outcome;
         {
             const WithoutRights nobody;
-            outcome = RunTask({tree.Path("a.png"), tree.Path("locked/b.png"), true}, Half());
+            outcome = RunTask({tree.Path("a.png"), tree.Path("locked/b.png")}, Half());
         }
 
         QCOMPARE(outcome.status, BatchOutcome::Failed);
         QVERIFY(!outcome.reason.isEmpty());
     }
 
+    void aResultForWhichThereIsNoMemoryIsRefusedWithItsSize()
+    {
+        NV_SKIP_WITHOUT_SHORT_MEMORY();
+        BatchChange tenfold = Half();
+        tenfold.percent = 1000;
+        QVERIFY(Picture(QSize(1000, 1000)).save(path("small.png")));
+        const ProcessLimit memory(RLIMIT_AS, 1000u * 1000 * 1000);
+
+        const BatchOutcome outcome = RunTask({path("small.png"), path("b.png")}, tenfold);
+
+        QCOMPARE(outcome.status, BatchOutcome::Failed);
+        QVERIFY2(outcome.reason.startsWith("A picture of 10000 by 10000 pixels needs"),
+                 qPrintable(outcome.reason));
+        QVERIFY(!QFile::exists(path("b.png")));
+    }
+
     void whatIsGoneIsSkipped()
     {
-        const BatchOutcome outcome = RunTask({path("a.png"), path("b.png"), false}, Half());
+        const BatchOutcome outcome = RunTask({path("gone.png"), path("b.png")}, Half());
 
         QCOMPARE(outcome.status, BatchOutcome::Skipped);
         QVERIFY(!QFile::exists(path("b.png")));
@@ -234,7 +249,7 @@ private Q_SLOTS:
         FileProgress progress;
         progress.cancelled = true;
 
-        const BatchOutcome outcome = RunTask({path("a.png"), path("b.png"), true}, Half(), &progress);
+        const BatchOutcome outcome = RunTask({path("a.png"), path("b.png")}, Half(), &progress);
 
         QCOMPARE(outcome.status, BatchOutcome::Skipped);
         QVERIFY(outcome.reason.contains("cancelled"));
@@ -246,7 +261,7 @@ private Q_SLOTS:
         const QString name = QString(251, 'n') + ".png";
         QVERIFY(QFile::copy(path("a.png"), path(name)));
 
-        const BatchOutcome outcome = RunTask({path(name), path(QString(236, 'n') + ".png"), true}, Half());
+        const BatchOutcome outcome = RunTask({path(name), path(QString(236, 'n') + ".png")}, Half());
 
         QCOMPARE(outcome.status, BatchOutcome::Done);
     }
@@ -256,12 +271,15 @@ private Q_SLOTS:
         QVERIFY(Picture(QSize(3000, 2000)).save(path("six.png")));
         WriteBytes(path("text.png"), "text");
 
-        QCOMPARE(WeightOf(path("six.png"), 100), 6);
-        QCOMPARE(WeightOf(path("six.png"), 4), 4);
-        QCOMPARE(WeightOf(path("a.png"), 100), 1);
-        QCOMPARE(WeightOf(path("gone.png"), 100), 1);
-        QCOMPARE(WeightOf(path("text.png"), 100), 20);
-        QCOMPARE(WeightOf(path("text.png"), 10), 10);
+        QCOMPARE(WeightOf(path("six.png"), Half(), 100), 6);
+        QCOMPARE(WeightOf(path("six.png"), Half(), 4), 4);
+        QCOMPARE(WeightOf(path("a.png"), Half(), 100), 1);
+        QCOMPARE(WeightOf(path("gone.png"), Half(), 100), 1);
+        QCOMPARE(WeightOf(path("text.png"), Half(), 100), 20);
+        QCOMPARE(WeightOf(path("text.png"), Half(), 10), 10);
+        BatchChange threefold = Half();
+        threefold.percent = 300;
+        QCOMPARE(WeightOf(path("six.png"), threefold, 100), 54);
     }
 
 private:

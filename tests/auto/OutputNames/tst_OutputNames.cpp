@@ -6,6 +6,7 @@
 #include <QSet>
 
 #include "TestMain.h"
+#include "WatchedDevice.h"
 
 namespace
 {
@@ -34,32 +35,32 @@ class tst_OutputNames : public QObject
 private Q_SLOTS:
     void foldersAreKeptFromTheTopRowDown()
     {
-        QCOMPARE(Plan({{"/a/Photos/x.png", "/a/Photos", true},
-                       {"/a/Photos/2019/trip/y.png", "/a/Photos", true},
-                       {"/b/single.png", QString(), true}},
+        QCOMPARE(Plan({{"/a/Photos/x.png", "/a/Photos"},
+                       {"/a/Photos/2019/trip/y.png", "/a/Photos"},
+                       {"/b/single.png", QString()}},
                       Rule()),
                  QStringList({"/out/Photos/x.png", "/out/Photos/2019/trip/y.png", "/out/single.png"}));
     }
 
     void withoutFoldersNamesAreNumbered()
     {
-        QCOMPARE(Plan({{"/a/x.png", "/a", true}, {"/a/b/x.png", "/a", true}, {"/a/c/X.PNG", "/a", true}},
-                      Rule(QString(), false)),
-                 QStringList({"/out/x.png", "/out/x (2).png", "/out/X (3).PNG"}));
+        QCOMPARE(
+            Plan({{"/a/x.png", "/a"}, {"/a/b/x.png", "/a"}, {"/a/c/X.PNG", "/a"}}, Rule(QString(), false)),
+            QStringList({"/out/x.png", "/out/x (2).png", "/out/X (3).PNG"}));
     }
 
     void twoTopRowsOfTheSameNameAreKeptApart()
     {
-        QCOMPARE(Plan({{"/a/Photos/x.png", "/a/Photos", true},
-                       {"/b/photos/x.png", "/b/photos", true},
-                       {"/a/Photos/y.png", "/a/Photos", true}},
+        QCOMPARE(Plan({{"/a/Photos/x.png", "/a/Photos"},
+                       {"/b/photos/x.png", "/b/photos"},
+                       {"/a/Photos/y.png", "/a/Photos"}},
                       Rule()),
                  QStringList({"/out/Photos/x.png", "/out/photos (2)/x.png", "/out/Photos/y.png"}));
     }
 
     void theRootOfTheDiskHasNoNameToKeep()
     {
-        QCOMPARE(Plan({{"/usr/x.png", "/", true}}, Rule()), QStringList("/out/usr/x.png"));
+        QCOMPARE(Plan({{"/usr/x.png", "/"}}, Rule()), QStringList("/out/usr/x.png"));
     }
 
     void theFormatGivesTheSuffix_data()
@@ -89,18 +90,18 @@ private Q_SLOTS:
         QFETCH(QString, suffix);
         QFETCH(QString, target);
 
-        QCOMPARE(Plan({{source, QString(), true}}, Rule(suffix)), QStringList(target));
+        QCOMPARE(Plan({{source, QString()}}, Rule(suffix)), QStringList(target));
     }
 
     void imagesThatBecomeTheSameNameAreNumbered()
     {
-        QCOMPARE(Plan({{"/a/x.jpg", "/a", true}, {"/a/x.bmp", "/a", true}}, Rule("png")),
+        QCOMPARE(Plan({{"/a/x.jpg", "/a"}, {"/a/x.bmp", "/a"}}, Rule("png")),
                  QStringList({"/out/a/x.png", "/out/a/x (2).png"}));
     }
 
     void aSourceIsNeverOverwritten()
     {
-        QCOMPARE(Plan({{"/out/a/x.png", "/out/a", true}, {"/out/a/x (2).png", "/out/a", true}}, Rule()),
+        QCOMPARE(Plan({{"/out/a/x.png", "/out/a"}, {"/out/a/x (2).png", "/out/a"}}, Rule()),
                  QStringList({"/out/a/x (3).png", "/out/a/x (2) (2).png"}));
     }
 
@@ -108,7 +109,7 @@ private Q_SLOTS:
     {
         const QSet<QString> there = {"/out/x.png", "/out/x (2).png"};
 
-        QCOMPARE(PlanOutputs({{"/a/x.png", QString(), true}}, Rule(),
+        QCOMPARE(PlanOutputs({{"/a/x.png", QString()}}, Rule(),
                              [&there](const QString& path) { return there.contains(path); }),
                  QStringList("/out/x (3).png"));
     }
@@ -118,7 +119,7 @@ private Q_SLOTS:
         const QString composed = QString::fromUtf8("/a/\xc3\xa9.png");
         const QString decomposed = QString::fromUtf8("/a/b/e\xcc\x81.png");
 
-        const QStringList paths = Plan({{composed, QString(), true}, {decomposed, QString(), true}}, Rule());
+        const QStringList paths = Plan({{composed, QString()}, {decomposed, QString()}}, Rule());
 
         QVERIFY(paths.at(1).endsWith(" (2).png"));
     }
@@ -153,8 +154,8 @@ private Q_SLOTS:
     {
         const QString base(250, 'a');
 
-        const QStringList paths = Plan(
-            {{"/a/" + base + "1.png", QString(), true}, {"/a/" + base + "2.png", QString(), true}}, Rule());
+        const QStringList paths =
+            Plan({{"/a/" + base + "1.png", QString()}, {"/a/" + base + "2.png", QString()}}, Rule());
 
         QVERIFY(paths.at(0) != paths.at(1));
     }
@@ -163,7 +164,7 @@ private Q_SLOTS:
     {
         QVector<BatchInput> inputs;
         for (int i = 0; i < 20000; ++i)
-            inputs.append({QString("/a/%1/x.png").arg(i), "/a", true});
+            inputs.append({QString("/a/%1/x.png").arg(i), "/a"});
         int asked = 0;
 
         const QStringList paths = PlanOutputs(inputs, Rule(QString(), false),
@@ -176,6 +177,26 @@ private Q_SLOTS:
         QCOMPARE(paths.last(), QString("/out/x (20000).png"));
         QCOMPARE(asked, 20000);
         QCOMPARE(QSet<QString>(paths.cbegin(), paths.cend()).size(), 20000);
+    }
+
+    void aCancelEndsThePlan()
+    {
+        const QVector<BatchInput> inputs(1000, {"/a/x.png", "/a"});
+        FileProgress progress;
+        int asked = 0;
+
+        const QStringList paths = PlanOutputs(
+            inputs, Rule(QString(), false),
+            [&](const QString&)
+            {
+                progress.cancelled = ++asked == 10;
+                return false;
+            },
+            &progress);
+
+        QCOMPARE(paths.size(), 10);
+        QCOMPARE(asked, 10);
+        QVERIFY(PlanOutputs(inputs, Rule(), Nothing, &progress).isEmpty());
     }
 };
 
