@@ -340,7 +340,7 @@ private Q_SLOTS:
         QFETCH(QString, letters);
         const QString program = QStandardPaths::findExecutable("pdftoppm");
         if (program.isEmpty())
-            QSKIP("no pdftoppm: the page cannot be looked at");
+            QSKIP("no pdftoppm to look at the page with: install poppler-utils");
         const QImage picture = Quarters(QSize(600, 400));
         NVPrintPreviewDialog dialog(nullptr);
         FillLists(&dialog);
