@@ -461,6 +461,10 @@ Soll er beendet werden? Was fertig ist, bleibt erhalten.</translation>
         <source>and more</source>
         <translation>und weitere</translation>
     </message>
+    <message>
+        <source>As many images as before.</source>
+        <translation>So viele Bilder wie zuvor.</translation>
+    </message>
 </context>
 <context>
     <name>BatchWork</name>

@@ -234,6 +234,9 @@ void BatchWindow::TellChange(bool isDone, int filesBefore)
         SetStatus(tr("Cancelled. Nothing was changed."));
     else if (more < 0)
         SetStatus(CountText(-more, tr("1 image less than before."), tr("%1 images less than before.")));
+    // Some may have come in the place of others.
+    else if (more == 0 && m_errand.isRefresh && m_hasChanged)
+        SetStatus(tr("As many images as before."));
     else
         SetStatus(CountText(more, tr("1 new image."), tr("%1 new images.")));
 }

@@ -471,6 +471,19 @@ private Q_SLOTS:
         QCOMPARE(status(), QString("1 new image."));
     }
 
+    void aRefreshWithOneImageForAnotherSaysNothingOfNewOnes()
+    {
+        add({"in"});
+        m_tree->Remove("in/a.png");
+        Paint(m_tree->Path("in/new.png"));
+        makeNewer("in");
+
+        refresh("Refresh");
+
+        QVERIFY(model()->FindPath(m_tree->Path("in/new.png")).isValid());
+        QCOMPARE(status(), QString("As many images as before."));
+    }
+
     void refreshLeavesAnUnchangedFolderAlone()
     {
         makeOlder("in/sub");
