@@ -8,16 +8,6 @@
 using Model = KXBatchInputModel;
 using Node = KXBatchInputModel::Node;
 
-namespace
-{
-
-bool IsFile(const Node& node)
-{
-    return node.data.roles.value(Model::NodeIsFileRole).toInt() != 0;
-}
-
-} // namespace
-
 BatchFilterModel::BatchFilterModel(Model* model, QObject* parent)
     : QSortFilterProxyModel(parent), m_pModel(model)
 {
@@ -113,7 +103,7 @@ void BatchFilterModel::accept()
 // Whether no image at or below the node is left out.
 bool BatchFilterModel::isWhole(const Node& node) const
 {
-    if (IsFile(node))
+    if (IsImage(node))
         return m_accepted.contains(&node);
     return std::all_of(node.children.cbegin(), node.children.cend(),
                        [this](const Node* child) { return isWhole(*child); });
@@ -140,7 +130,7 @@ bool BatchFilterModel::acceptNode(const Node& node, bool isBelow)
         isAccepted |= acceptNode(*child, isBelow || isNamed);
     if (isAccepted)
         m_accepted.insert(&node);
-    if (isAccepted && IsFile(node))
+    if (isAccepted && IsImage(node))
         ++m_fileCount;
     return isAccepted;
 }

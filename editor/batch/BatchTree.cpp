@@ -14,11 +14,6 @@ using Node = KXBatchInputModel::Node;
 namespace
 {
 
-bool IsFile(const Node& node)
-{
-    return node.data.roles.value(Model::NodeIsFileRole).toInt() != 0;
-}
-
 QString PathOf(const Node& node)
 {
     return node.data.roles.value(Model::NodePathRole).toString();
@@ -26,7 +21,7 @@ QString PathOf(const Node& node)
 
 void ListBelow(const Node& node, const QString& root, QVector<BatchInput>& inputs)
 {
-    if (IsFile(node))
+    if (IsImage(node))
         inputs.append({PathOf(node), root});
     for (const Node* child : node.children)
         ListBelow(*child, root, inputs);
@@ -34,7 +29,7 @@ void ListBelow(const Node& node, const QString& root, QVector<BatchInput>& input
 
 int CountFoldersBelow(const Node& node)
 {
-    int count = IsFile(node) ? 0 : 1;
+    int count = IsImage(node) ? 0 : 1;
     for (const Node* child : node.children)
         count += CountFoldersBelow(*child);
     return count;
@@ -49,7 +44,7 @@ void MapFolders(Node* node, QHash<QString, Node*>& folders)
 
 void ListFolders(const Node& node, QSet<QString>& paths)
 {
-    if (IsFile(node))
+    if (IsImage(node))
         return;
     paths.insert(PathOf(node));
     for (const Node* child : node.children)
@@ -60,7 +55,7 @@ void ListFolders(const Node& node, QSet<QString>& paths)
 int ImagesIn(const Node& folder)
 {
     const auto firstFile = std::find_if(folder.children.cbegin(), folder.children.cend(),
-                                        [](const Node* child) { return IsFile(*child); });
+                                        [](const Node* child) { return IsImage(*child); });
     return int(folder.children.cend() - firstFile);
 }
 
@@ -90,6 +85,11 @@ int RootCount(const Counts& counts, const Model& model)
 
 } // namespace
 
+bool IsImage(const Node& node)
+{
+    return node.data.roles.value(Model::NodeIsFileRole).toInt() != 0;
+}
+
 QVector<BatchInput> ListInputs(const Model& model)
 {
     QVector<BatchInput> inputs;
@@ -97,7 +97,7 @@ QVector<BatchInput> ListInputs(const Model& model)
     for (int row = 0; row < model.rowCount(); ++row)
     {
         const Node& node = *model.NodeAt(model.index(row, 0));
-        ListBelow(node, IsFile(node) ? QString() : PathOf(node), inputs);
+        ListBelow(node, IsImage(node) ? QString() : PathOf(node), inputs);
     }
     return inputs;
 }

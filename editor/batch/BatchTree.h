@@ -10,6 +10,8 @@
 
 // What the batch does with its tree of folders and images. GUI thread only, like the model.
 
+bool IsImage(const KXBatchInputModel::Node& node);
+
 // An image that a job is to work on.
 struct BatchInput
 {

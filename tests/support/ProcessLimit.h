@@ -1,10 +1,11 @@
-// A limit of the process that is lower for a while.
+// A limit of the process that is lower for a while, and what the process has taken of one.
 
 #pragma once
 
-#include <QtGlobal>
+#include <QFile>
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 class ProcessLimit
 {
@@ -23,3 +24,12 @@ private:
     const __rlimit_resource_t m_what;
     rlimit m_before;
 };
+
+// Bytes of addresses that this process has: what RLIMIT_AS limits.
+inline rlim_t AddressesTaken()
+{
+    QFile file("/proc/self/statm");
+    return file.open(QIODevice::ReadOnly)
+        ? file.readAll().split(' ').first().toULongLong() * rlim_t(sysconf(_SC_PAGESIZE))
+        : RLIM_INFINITY;
+}

@@ -2,11 +2,9 @@
 
 #pragma once
 
-#include <QFile>
 #include <QtTest>
 
 #include <malloc.h>
-#include <unistd.h>
 
 #include "ProcessLimit.h"
 
@@ -28,14 +26,5 @@ public:
     Q_DISABLE_COPY(ShortMemory)
 
 private:
-    // Bytes of addresses that this process has.
-    static rlim_t Taken()
-    {
-        QFile file("/proc/self/statm");
-        return file.open(QIODevice::ReadOnly)
-            ? file.readAll().split(' ').first().toULongLong() * rlim_t(sysconf(_SC_PAGESIZE))
-            : RLIM_INFINITY;
-    }
-
-    const ProcessLimit m_limit{RLIMIT_AS, Taken() + 1000 * 1000};
+    const ProcessLimit m_limit{RLIMIT_AS, AddressesTaken() + 1000 * 1000};
 };

@@ -226,7 +226,7 @@ private Q_SLOTS:
         BatchChange tenfold = Half();
         tenfold.percent = 1000;
         QVERIFY(Picture(QSize(1000, 1000)).save(path("small.png")));
-        const ProcessLimit memory(RLIMIT_AS, 1000u * 1000 * 1000);
+        const ProcessLimit memory(RLIMIT_AS, AddressesTaken() + 400 * 1000 * 1000);
 
         const BatchOutcome outcome = RunTask({path("small.png"), path("b.png")}, tenfold);
 

@@ -6,24 +6,8 @@
 #include <QLocale>
 #include <QTest>
 
-#include <sys/resource.h>
-#include <unistd.h>
-
+#include "ProcessLimit.h"
 #include "TestMain.h"
-
-namespace
-{
-
-// Bytes of addresses that this process has taken.
-rlim_t AddressSpace()
-{
-    QFile file("/proc/self/statm");
-    if (!file.open(QIODevice::ReadOnly))
-        return RLIM_INFINITY;
-    return file.readAll().split(' ').first().toULongLong() * rlim_t(sysconf(_SC_PAGESIZE));
-}
-
-} // namespace
 
 class tst_MemoryRoom : public QObject
 {
@@ -107,15 +91,13 @@ private Q_SLOTS:
         const QSize large(7000, 7000);
         if (!WhyNotInMemory(large, 1).isEmpty())
             QSKIP("Less than 700 MB are free: give the machine more, or end other programs.");
-        rlimit before = {};
-        QCOMPARE(getrlimit(RLIMIT_AS, &before), 0);
-        const rlimit tight = {AddressSpace() + 400 * 1000 * 1000, before.rlim_max};
-        QCOMPARE(setrlimit(RLIMIT_AS, &tight), 0);
-
-        const QString reason = WhyNotInMemory(large, 1);
-        const QString none = WhyNotInMemory(QSize(1000, 1000), 1);
-
-        QCOMPARE(setrlimit(RLIMIT_AS, &before), 0);
+        QString reason;
+        QString none;
+        {
+            const ProcessLimit memory(RLIMIT_AS, AddressesTaken() + 400 * 1000 * 1000);
+            reason = WhyNotInMemory(large, 1);
+            none = WhyNotInMemory(QSize(1000, 1000), 1);
+        }
         QVERIFY2(reason.contains("607.49 MiB"), qPrintable(reason));
         QCOMPARE(none, QString());
     }

@@ -17,8 +17,6 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
-#include <sys/resource.h>
-
 #include <algorithm>
 #include <cmath>
 #include <csignal>
@@ -26,6 +24,7 @@
 #include <limits>
 
 #include "NVPrintPreviewDialog.h"
+#include "ProcessLimit.h"
 #include "TestMain.h"
 #include "TransformationCenterPointControl.h"
 #include "WatchedDevice.h"
@@ -509,15 +508,11 @@ private Q_SLOTS:
         for (int i = 0; i < 300 * 300; ++i)
             picture.setPixel(i % 300, i / 300, QRgb(i * 2654435761u));
         const auto handler = signal(SIGXFSZ, SIG_IGN);
-        rlimit before;
-        getrlimit(RLIMIT_FSIZE, &before);
-        rlimit limit = before;
-        limit.rlim_cur = 5000;
-        setrlimit(RLIMIT_FSIZE, &limit);
-
-        const QString error = WritePdf(picture, ReadPrintSettings(QByteArray()), m_path, nullptr);
-
-        setrlimit(RLIMIT_FSIZE, &before);
+        QString error;
+        {
+            const ProcessLimit size(RLIMIT_FSIZE, 5000);
+            error = WritePdf(picture, ReadPrintSettings(QByteArray()), m_path, nullptr);
+        }
         signal(SIGXFSZ, handler);
         QVERIFY2(error.contains("large"), qPrintable(error));
         QVERIFY(QFileInfo(m_path).dir().entryList(QDir::Files).isEmpty());

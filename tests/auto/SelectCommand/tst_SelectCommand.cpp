@@ -3,12 +3,12 @@
 #include "SelectCommand.h"
 
 #include <csignal>
-#include <sys/resource.h>
 
 #include <QUndoStack>
 
 #include "Document.h"
 #include "KXDocumentInterface.h"
+#include "ProcessLimit.h"
 #include "SelectionMask.h"
 #include "SignalLog.h"
 #include "TestMain.h"
@@ -86,14 +86,11 @@ private Q_SLOTS:
     void withoutRoomForAFileItStaysInMemory()
     {
         MaskStore store(Round());
-        rlimit limit;
-        QCOMPARE(getrlimit(RLIMIT_FSIZE, &limit), 0);
-        rlimit none = limit;
-        none.rlim_cur = 0;
         const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &none), 0);
-        store.MoveToDisk();
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
+        {
+            const ProcessLimit size(RLIMIT_FSIZE, 0);
+            store.MoveToDisk();
+        }
         std::signal(SIGXFSZ, handler);
 
         QVERIFY(store.GetMemoryBytes() > 0);

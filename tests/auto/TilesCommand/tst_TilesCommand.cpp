@@ -3,9 +3,9 @@
 #include "TilesCommand.h"
 
 #include <csignal>
-#include <sys/resource.h>
 
 #include "KXDocumentInterface.h"
+#include "ProcessLimit.h"
 #include "SignalLog.h"
 #include "TestMain.h"
 
@@ -79,15 +79,10 @@ private Q_SLOTS:
         KXDocumentInterface document(Filled(QSize(10, 10), Qt::red));
         TilesCommand step("Step", &document, 0, {{QRect(2, 2, 3, 3), Filled(QSize(3, 3), QColor(1, 2, 3))}});
         const auto handler = signal(SIGXFSZ, SIG_IGN);
-        rlimit before;
-        getrlimit(RLIMIT_FSIZE, &before);
-        rlimit limit = before;
-        limit.rlim_cur = 10;
-        setrlimit(RLIMIT_FSIZE, &limit);
-
-        step.MoveToDisk();
-
-        setrlimit(RLIMIT_FSIZE, &before);
+        {
+            const ProcessLimit size(RLIMIT_FSIZE, 10);
+            step.MoveToDisk();
+        }
         signal(SIGXFSZ, handler);
         QCOMPARE(step.GetMemoryBytes(), qint64(36));
         step.undo();
