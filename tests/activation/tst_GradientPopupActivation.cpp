@@ -86,7 +86,7 @@ void tst_GradientPopupActivation::initTestCase()
 {
     if (QGuiApplication::platformName() != "xcb")
     {
-        QSKIP("needs an X server with a window manager: run it through with-window-manager.sh");
+        QSKIP("needs an X server with a window manager: run it by tests/activation/with-window-manager.sh");
     }
 }
 

@@ -9,7 +9,8 @@
 #include "ProcessLimit.h"
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define NV_SKIP_WITHOUT_SHORT_MEMORY() QSKIP("The sanitizer ends the program when it is given no memory.")
+#define NV_SKIP_WITHOUT_SHORT_MEMORY()                                                                       \
+    QSKIP("The sanitizer ends the program when it is given no memory; the plain build has this test.")
 #else
 #define NV_SKIP_WITHOUT_SHORT_MEMORY()
 #endif
